@@ -1,0 +1,15 @@
+#pragma once
+
+#include <span>
+
+/// One place of the last stage: a check, and the registry area that it covers.
+struct CategoryCheck {
+    const char* area;
+    void (*check)();  // null: not built yet, the place stays empty
+};
+
+/// The checks of the last stage in the order in which they run.
+[[nodiscard]] std::span<const CategoryCheck> CategoryChecks();
+
+/// Runs them one after another.
+void RunCategoryChecks();

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+
+#include "analysis/channel.h"
+
+/// One link of the analysis: its work, run on a worker thread of its own, and the message that this thread
+/// posts to the view when the work is done.
+struct AnalysisStage {
+    const char* area;
+    void (*work)();  // null: the stage's check is not built yet, and its place stays empty
+    AnalysisMessage doneMessage;
+    UINT (*threadProc)(void*);  // takes a CParameter that it ignores; returns 0, cancelled or not
+};
+
+/// The ten stages in the order in which they run.
+[[nodiscard]] std::span<const AnalysisStage> AnalysisStages();

@@ -1,0 +1,35 @@
+# The Windows program, one static executable, and the tests that run it and its parts under Wine.
+target_compile_definitions(vellumor_options INTERFACE
+    _WIN32_WINNT=0x0501 WINVER=0x0501 _WIN32_IE=0x0600 WIN32_LEAN_AND_MEAN NOMINMAX STRICT)
+target_compile_options(vellumor_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-flto=auto -fno-ident>)
+# No time stamp: two builds of one commit are byte-identical. The deep scan recurses once per key level, each
+# level with its own buffers, so the stack is reserved for the deepest tree that a key path can name.
+target_link_options(vellumor_options INTERFACE -static -s -flto=auto -Wl,--no-insert-timestamp
+    -Wl,--dynamicbase,--nxcompat -Wl,--stack,8388608)
+
+include(cmake/rules.cmake)
+
+# One library per folder; each names the folders that it may include from.
+function(vellumor_folder name)
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${name}/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "_rules\\.cpp$|/main\\.cpp$")
+    add_library(vellumor_${name} STATIC ${sources})
+    target_link_libraries(vellumor_${name} PUBLIC vellumor_options vellumor_rules ${ARGN})
+endfunction()
+
+vellumor_folder(platform)
+vellumor_folder(framework vellumor_platform comctl32)
+vellumor_folder(registry vellumor_platform)
+vellumor_folder(analysis vellumor_registry)
+vellumor_folder(ui vellumor_framework vellumor_analysis)
+vellumor_folder(app vellumor_ui)
+
+add_library(vellumor_resources OBJECT resources/vellumor.rc)
+target_include_directories(vellumor_resources PRIVATE ${PROJECT_SOURCE_DIR})
+file(GLOB resource_files CONFIGURE_DEPENDS resources/*.h resources/*.manifest resources/*.ico resources/*.bmp)
+set_source_files_properties(resources/vellumor.rc PROPERTIES OBJECT_DEPENDS "${resource_files}")
+
+add_executable(vellumor WIN32 app/main.cpp $<TARGET_OBJECTS:vellumor_resources>)
+target_link_libraries(vellumor PRIVATE vellumor_app)
+
+include(cmake/windows_tests.cmake)

@@ -1,0 +1,20 @@
+# One test program per layer and one CTest entry per program: each start under Wine costs more than its tests.
+function(vellumor_test_program name)
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp)
+    add_executable(${name}_tests ${sources})
+    target_link_libraries(${name}_tests PRIVATE ${ARGN} vellumor_doctest)
+    add_test(NAME ${VELLUMOR_ARCH}.${name} COMMAND ${name}_tests)
+endfunction()
+
+add_test(NAME ${VELLUMOR_ARCH}.rules COMMAND rules_tests)
+
+if(EXISTS ${PROJECT_SOURCE_DIR}/tests/windows/main.cpp)
+    vellumor_test_program(windows vellumor_analysis)
+endif()
+if(EXISTS ${PROJECT_SOURCE_DIR}/tests/ui/main.cpp)
+    vellumor_test_program(ui vellumor_app $<TARGET_OBJECTS:vellumor_resources>)
+endif()
+if(EXISTS ${PROJECT_SOURCE_DIR}/tests/e2e/main.cpp)
+    vellumor_test_program(e2e vellumor_options)
+    add_dependencies(e2e_tests vellumor)
+endif()

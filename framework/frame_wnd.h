@@ -1,0 +1,72 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "framework/status_bar.h"
+#include "framework/tool_bar.h"
+#include "framework/wnd.h"
+
+/// Frame style: the document's title is shown before the application's.
+constexpr DWORD FWS_ADDTOTITLE = 0x8000;
+
+constexpr UINT ID_APP_ABOUT = 57664;
+constexpr UINT ID_APP_EXIT = 57665;
+constexpr UINT ID_VIEW_TOOLBAR = 59392;
+constexpr UINT ID_VIEW_STATUS_BAR = 59393;
+
+/// A child window that fills what the frame's bars leave.
+class CView : public CWnd {
+public:
+    [[nodiscard]] virtual bool CreateView(HWND frame) = 0;
+    /// Runs once, when frame and view exist and before the frame is shown.
+    virtual void OnInitialUpdate() {}
+};
+
+/// The main window: menu, bars, one view. It routes commands (view first, then itself), greys and ticks menu
+/// items and buttons from the same tables, and shows each command's prompt in the status bar.
+class CFrameWnd : public CWnd {
+public:
+    /// Creates the window with menu and icon `resourceId`, and the view in it.
+    [[nodiscard]] bool LoadFrame(UINT resourceId, const std::string& title, std::unique_ptr<CView> view);
+    [[nodiscard]] CView* ActiveView() const { return m_view.get(); }
+    /// Shows the caption; the document's title takes part only in frames with FWS_ADDTOTITLE.
+    void ShowTitle(const std::string& appTitle, const std::string& documentTitle);
+    /// Centres the window in its monitor's work area.
+    void CenterWindow();
+    /// Brings buttons and indicators up to date; the message loop calls it whenever it runs out of messages.
+    void OnIdle();
+
+    [[nodiscard]] Command FindCommand(UINT id) override;
+
+protected:
+    /// A derived frame changes style and size here, before the window is made.
+    virtual void PreCreateWindow(CREATESTRUCTA& create);
+    /// Makes the frame's bars; false makes the frame's creation fail.
+    [[nodiscard]] virtual bool OnCreate() { return true; }
+
+    void RecalcLayout();
+    [[nodiscard]] std::span<const MessageRow> FrameworkMessages() const override;
+    [[nodiscard]] std::span<const CommandRow> FrameworkCommands() const override;
+
+    CStatusBar m_wndStatusBar;
+    CToolBar m_wndToolBar;
+
+private:
+    LRESULT OnCreateMessage(WPARAM, LPARAM);
+    LRESULT OnSize(WPARAM, LPARAM);
+    LRESULT OnSetFocus(WPARAM, LPARAM);
+    LRESULT OnClose(WPARAM, LPARAM);
+    LRESULT OnDestroy(WPARAM, LPARAM);
+    LRESULT OnInitMenuPopup(WPARAM, LPARAM);
+    LRESULT OnMenuSelect(WPARAM, LPARAM);
+    LRESULT OnNotify(WPARAM, LPARAM);
+    void OnExit();
+    void OnViewToolbar();
+    void OnViewStatusBar();
+    [[nodiscard]] bool IsToolbarShown() const { return m_wndToolBar.IsShown(); }
+    [[nodiscard]] bool IsStatusBarShown() const { return m_wndStatusBar.IsShown(); }
+
+    std::unique_ptr<CView> m_view;
+    DWORD m_frameStyle = FWS_ADDTOTITLE;
+};

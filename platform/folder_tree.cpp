@@ -1,0 +1,31 @@
+#include "platform/folder_tree.h"
+
+#include <windows.h>
+
+#include "platform/owners.h"
+
+namespace {
+
+void DeleteEntry(const std::string& path, DWORD attributes) {
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        ::SetFileAttributesA(path.c_str(), attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        ::DeleteFileA(path.c_str());
+        return;
+    }
+    // What is behind a link belongs to somebody else.
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) DeleteFolderContents(path);
+    ::RemoveDirectoryA(path.c_str());
+}
+
+}  // namespace
+
+void DeleteFolderContents(const std::string& folder) {
+    WIN32_FIND_DATAA entry;
+    const CUniqueFind search(::FindFirstFileA((folder + "\\*.*").c_str(), &entry));
+    if (!search) return;
+    do {
+        const std::string name = entry.cFileName;
+        if (name != "." && name != "..") DeleteEntry(folder + "\\" + name, entry.dwFileAttributes);
+    } while (::FindNextFileA(search.Get(), &entry) != FALSE);
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+/// One running process.
+struct RunningProgram {
+    std::string fileName;  // without folder, as in "regedit.exe"
+    DWORD processId = 0;
+};
+
+/// Everything that starts, ends or endangers something outside this program, and only that. The program calls
+/// the system through it; tests put a recording fake in its place.
+class CSystemActions {
+public:
+    virtual ~CSystemActions() = default;
+
+    /// The processes that run now, in the system's order; empty when no snapshot can be taken.
+    [[nodiscard]] virtual std::vector<RunningProgram> ListPrograms();
+    /// Ends a process at once, with exit code 0; a process that cannot be opened is left alone.
+    virtual void EndProgram(DWORD processId);
+    /// Starts a program. @param show  SW_... @return above 31: started; otherwise the system's error.
+    virtual UINT RunProgram(const char* commandLine, int show);
+    /// Opens a compiled help file in the help viewer, which is loaded on first use. Does nothing where the
+    /// system has no viewer; a missing file is reported by the viewer itself.
+    virtual void ShowHelp(const char* file);
+};
+
+/// The actions in force.
+[[nodiscard]] CSystemActions& SystemActions();
+/// Puts others in force; null brings the system's own back. The object is borrowed.
+void SetSystemActions(CSystemActions* actions);

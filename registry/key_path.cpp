@@ -1,0 +1,21 @@
+#include "registry/key_path.h"
+
+#include "registry/key_path_rules.h"
+#include "registry/registry_access.h"
+
+std::optional<KeyLocation> SplitKeyPath(std::string_view path) {
+    const SplitPath split = SplitKeyPathText(path);
+    if (!split.root) return std::nullopt;
+    // Predefined handles are sign-extended where pointers are longer than their 32 bits.
+    const auto handle = static_cast<LONG_PTR>(static_cast<LONG>(*split.root));
+    return KeyLocation{reinterpret_cast<HKEY>(handle), split.subkey.value_or(std::string())};
+}
+
+std::optional<std::string> FormatWriteTime(std::string_view path) {
+    const std::optional<KeyLocation> location = SplitKeyPath(path);
+    if (!location) return std::nullopt;
+    CUniqueKey key;
+    if (OpenKey(location->root, location->subkey.c_str(), kReadAccess, key) != ERROR_SUCCESS)
+        return std::nullopt;
+    return QueryWriteTime(key.Get());
+}

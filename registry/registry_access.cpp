@@ -1,0 +1,31 @@
+#include "registry/registry_access.h"
+
+#include "registry/key_path_rules.h"
+
+LSTATUS OpenKey(HKEY parent, const char* subkey, REGSAM access, CUniqueKey& key) {
+    return ::RegOpenKeyExA(parent, subkey, 0, access, key.Receive());
+}
+
+LSTATUS EnumValue(HKEY key, DWORD index, ValueBuffers& value) {
+    value.Clear();
+    DWORD nameBytes = kNameBytes;
+    DWORD dataBytes = kDataBytes;
+    return ::RegEnumValueA(key, index, value.name, &nameBytes, nullptr, nullptr,
+                           reinterpret_cast<BYTE*>(value.data), &dataBytes);
+}
+
+LSTATUS EnumSubkey(HKEY key, DWORD index, char (&name)[kNameBytes + 1]) {
+    std::memset(name, 0, sizeof name);
+    DWORD nameBytes = kNameBytes;
+    return ::RegEnumKeyExA(key, index, name, &nameBytes, nullptr, nullptr, nullptr, nullptr);
+}
+
+std::optional<std::string> QueryWriteTime(HKEY key) {
+    FILETIME written{};
+    const LSTATUS result = ::RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                              nullptr, nullptr, nullptr, nullptr, &written);
+    if (result != ERROR_SUCCESS) return std::nullopt;
+    SYSTEMTIME utc{};
+    if (::FileTimeToSystemTime(&written, &utc) == FALSE) return std::nullopt;
+    return WriteTimeText({utc.wYear, utc.wMonth, utc.wDay, utc.wHour, utc.wMinute, utc.wSecond});
+}

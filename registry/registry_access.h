@@ -1,0 +1,51 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstring>
+#include <optional>
+#include <string>
+
+#include "platform/owners.h"
+
+// The access rights that registry calls of the analysis ask for.
+constexpr REGSAM kReadAccess = KEY_READ;
+constexpr REGSAM kAllAccess = KEY_ALL_ACCESS;
+static_assert(kReadAccess == 0x20019 && kAllAccess == 0xF003F);
+
+/// Sizes in bytes that enumeration calls are given. A longer name or datum makes the call fail and leaves the
+/// cleared buffers as the system left them (empty), and that is what is examined: these sizes decide what is
+/// seen.
+constexpr DWORD kNameBytes = 260;
+constexpr DWORD kDataBytes = 260;
+
+/// Where an enumeration writes one value. One byte more than the call is told of always stays zero, so data
+/// that fill their buffer without a terminator still end.
+struct ValueBuffers {
+    char name[kNameBytes + 1];
+    char data[kDataBytes + 1];
+
+    void Clear() {
+        std::memset(name, 0, sizeof name);
+        std::memset(data, 0, sizeof data);
+    }
+};
+
+/// Opens a subkey; an empty or null subkey opens `parent` itself again.
+[[nodiscard]] LSTATUS OpenKey(HKEY parent, const char* subkey, REGSAM access, CUniqueKey& key);
+
+/// Clears the buffers and enumerates one value; its type is not looked at.
+[[nodiscard]] LSTATUS EnumValue(HKEY key, DWORD index, ValueBuffers& value);
+
+/// Enumerates one subkey's name; on failure the name is empty.
+[[nodiscard]] LSTATUS EnumSubkey(HKEY key, DWORD index, char (&name)[kNameBytes + 1]);
+
+/// Whether an enumeration result ends the walk of its key. Besides the regular end these are the answers of a
+/// handle that no later index can revive: not a valid handle, and a key deleted while it was open. Any other
+/// failure concerns one index only, which is skipped.
+[[nodiscard]] constexpr bool EndsWalk(LSTATUS result) {
+    return result == ERROR_NO_MORE_ITEMS || result == ERROR_INVALID_HANDLE || result == ERROR_KEY_DELETED;
+}
+
+/// The key's last write time in UTC as "2009/03/05 07:08:09"; nothing when the key does not tell it.
+[[nodiscard]] std::optional<std::string> QueryWriteTime(HKEY key);

@@ -1,0 +1,37 @@
+#pragma once
+
+/* Every resource number of the program; read by the resource compiler too, hence macros. */
+
+#define IDR_MAINFRAME 128
+#define IDR_DOCUMENT_ICON 129
+#define IDR_CONTEXT_MENU 172
+
+#define IDB_TOOLBAR_HOT 156
+#define IDB_TOOLBAR 157
+#define IDB_TOOLBAR_DISABLED 158
+
+#define IDD_ANALYZE 101
+
+#define IDC_LAST_KEY 1010
+#define IDC_CURRENT_KEY 1011
+#define IDC_ANALYZE_LABEL 1013
+#define IDC_ANALYZE_PROGRESS 1039
+
+#define ID_CLEAN 32807
+#define ID_HELP_CONTENT 32823
+#define ID_CHECK_ALL 32825
+#define ID_UNCHECK 32826
+#define ID_CHECK 32827
+#define ID_ANALYZE 32828
+#define ID_UNDO 32830
+#define ID_COMPACT 32835
+#define ID_BACKUP 32836
+#define ID_RESTORE 32837
+#define ID_OPEN_REGISTRY_EDITOR 32839
+
+/* Commands and bars that every document program has, by their customary numbers. */
+#define IDS_APP_TITLE 57344
+#define IDM_APP_ABOUT 57664
+#define IDM_APP_EXIT 57665
+#define IDM_VIEW_TOOLBAR 59392
+#define IDM_VIEW_STATUS_BAR 59393

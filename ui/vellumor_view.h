@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+
+#include "framework/list_view.h"
+#include "platform/owners.h"
+#include "ui/dlg_analyze.h"
+#include "ui/row_batch.h"
+
+/// The result list: the one place where the rows of an analysis are kept, each with a check box. It starts
+/// the analysis, receives what the workers send, and runs the commands on rows.
+class CVellumorView : public CListView {
+public:
+    CVellumorView();
+
+    void OnInitialUpdate() override;
+
+    /// Whether the list holds a row.
+    [[nodiscard]] bool HasRows() const;
+
+protected:
+    [[nodiscard]] DWORD ListStyle() const override { return LVS_REPORT; }
+    [[nodiscard]] std::span<const MessageRow> Messages() const override;
+    [[nodiscard]] std::span<const CommandRow> Commands() const override;
+    [[nodiscard]] std::span<const NotifyRow> Notifications() const override;
+
+private:
+    // Commands.
+    void OnAnalyze();
+    void OnCheck();
+    void OnCheckAll();
+    void OnUncheck();
+    void OnOpenRegistryEditor();
+
+    // Keyboard and mouse.
+    LRESULT OnKeyDown(WPARAM, LPARAM);
+    LRESULT OnLButtonDblClk(WPARAM, LPARAM);
+    LRESULT OnRightClick(NMHDR&);
+
+    // The analysis.
+    template <std::size_t Stage>
+    LRESULT OnStageDone(WPARAM, LPARAM) {
+        StartNextStage(Stage);  // stages count from 1, so a stage's number is the next one's index
+        return 0;
+    }
+    LRESULT OnAnalyzeDone(WPARAM, LPARAM);
+    LRESULT OnAnalyzeRow(WPARAM, LPARAM);
+    LRESULT OnAnalyzeProgress(WPARAM, LPARAM);
+    LRESULT OnAnalyzeCanceled(WPARAM, LPARAM);
+    LRESULT OnTimer(WPARAM, LPARAM);
+    LRESULT OnDestroy(WPARAM, LPARAM);
+    void StartNextStage(std::size_t index);
+    void StartStage(std::size_t index, void* parameter);
+    void EndFormerAnalysis();
+    void WaitForWorker();
+    void ShowResult(const char* opening);
+    [[nodiscard]] bool IsCanceled() const;
+
+    void OpenRegistryEditorAtRow(int row);
+
+    CUniqueHandle m_cancelEvent;  // manual-reset; signalled: stop
+    CUniqueHandle m_worker;       // the stage thread started last
+    CRowBatch m_batch{*this};
+    bool m_isClosing = false;
+};
+
+/// The analysis dialog; one for the whole process, like the channel that its texts come through.
+[[nodiscard]] CDlgAnalyze& AnalyzeDialog();
