@@ -7,12 +7,16 @@ target_compile_options(vellumor_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-flt
 target_link_options(vellumor_options INTERFACE -static -s -flto=auto -Wl,--no-insert-timestamp
     -Wl,--dynamicbase,--nxcompat -Wl,--stack,8388608)
 
+# Archives of objects for link-time optimisation need the compiler's own archiver.
+if(CMAKE_CXX_COMPILER_AR)
+    set(CMAKE_AR ${CMAKE_CXX_COMPILER_AR})
+endif()
 include(cmake/rules.cmake)
 
 # One library per folder; each names the folders that it may include from.
 function(vellumor_folder name)
     file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${name}/*.cpp)
-    list(FILTER sources EXCLUDE REGEX "_rules\\.cpp$|/main\\.cpp$")
+    list(FILTER sources EXCLUDE REGEX "_rules\\.cpp$|/main\\.cpp$|/xp_imports\\.cpp$")
     add_library(vellumor_${name} STATIC ${sources})
     target_link_libraries(vellumor_${name} PUBLIC vellumor_options vellumor_rules ${ARGN})
 endfunction()
@@ -29,7 +33,15 @@ target_include_directories(vellumor_resources PRIVATE ${PROJECT_SOURCE_DIR})
 file(GLOB resource_files CONFIGURE_DEPENDS resources/*.h resources/*.manifest resources/*.ico resources/*.bmp)
 set_source_files_properties(resources/vellumor.rc PROPERTIES OBJECT_DEPENDS "${resource_files}")
 
-add_executable(vellumor WIN32 app/main.cpp $<TARGET_OBJECTS:vellumor_resources>)
+# Its symbol must be there before the run-time libraries ask for it, which an archive cannot promise.
+add_library(vellumor_xp_imports OBJECT platform/xp_imports.cpp)
+target_link_libraries(vellumor_xp_imports PRIVATE vellumor_options)
+target_compile_options(vellumor_xp_imports PRIVATE -fno-lto)
+
+add_executable(vellumor WIN32 app/main.cpp $<TARGET_OBJECTS:vellumor_resources> $<TARGET_OBJECTS:vellumor_xp_imports>)
 target_link_libraries(vellumor PRIVATE vellumor_app)
 
-include(cmake/windows_tests.cmake)
+option(VELLUMOR_TESTS "Build the tests, which run under Wine" ON)
+if(VELLUMOR_TESTS)
+    include(cmake/windows_tests.cmake)
+endif()

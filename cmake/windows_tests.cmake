@@ -1,20 +1,49 @@
+include(cmake/rules_tests.cmake)
+
 # One test program per layer and one CTest entry per program: each start under Wine costs more than its tests.
 function(vellumor_test_program name)
     file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${name}/*.cpp)
     add_executable(${name}_tests ${sources})
     target_link_libraries(${name}_tests PRIVATE ${ARGN} vellumor_doctest)
-    add_test(NAME ${VELLUMOR_ARCH}.${name} COMMAND ${name}_tests)
+    add_test(NAME ${VELLUMOR_ARCH}.${name} COMMAND ${name}_tests ${${name}_tests_arguments})
 endfunction()
 
 add_test(NAME ${VELLUMOR_ARCH}.rules COMMAND rules_tests)
 
 if(EXISTS ${PROJECT_SOURCE_DIR}/tests/windows/main.cpp)
-    vellumor_test_program(windows vellumor_analysis)
+    vellumor_test_program(windows vellumor_analysis vellumor_framework)
 endif()
 if(EXISTS ${PROJECT_SOURCE_DIR}/tests/ui/main.cpp)
     vellumor_test_program(ui vellumor_app $<TARGET_OBJECTS:vellumor_resources>)
 endif()
+
+# Drives a running Vellumor from outside, through its window.
+file(GLOB driver_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/driver/*.cpp)
+add_library(vellumor_driver STATIC ${driver_sources})
+target_link_libraries(vellumor_driver PUBLIC vellumor_options)
+
 if(EXISTS ${PROJECT_SOURCE_DIR}/tests/e2e/main.cpp)
-    vellumor_test_program(e2e vellumor_options)
+    # The whole set runs the main architecture's program; the other one shows that it starts and analyses.
+    if(NOT VELLUMOR_ARCH STREQUAL "x86")
+        set(e2e_tests_arguments --test-suite=smoke)
+    endif()
+    vellumor_test_program(e2e vellumor_driver shlwapi)
     add_dependencies(e2e_tests vellumor)
+endif()
+
+# The demo's guide is such a driver too.
+add_executable(demo_tour demo/tour.cpp)
+target_link_libraries(demo_tour PRIVATE vellumor_driver vellumor_platform)
+add_dependencies(demo_tour vellumor)
+
+add_test(NAME ${VELLUMOR_ARCH}.imports
+    COMMAND ${PROJECT_SOURCE_DIR}/tools/check-imports ${VELLUMOR_TRIPLE} $<TARGET_FILE:vellumor>)
+add_test(NAME ${VELLUMOR_ARCH}.reproducible
+    COMMAND ${PROJECT_SOURCE_DIR}/tools/check-reproducible ${VELLUMOR_ARCH} $<TARGET_FILE:vellumor>)
+set_tests_properties(${VELLUMOR_ARCH}.reproducible PROPERTIES PROCESSORS 2)
+
+# The demo as a newcomer runs it, on the main architecture.
+if(VELLUMOR_ARCH STREQUAL "x86")
+    add_test(NAME x86.demo COMMAND ${PROJECT_SOURCE_DIR}/tools/check-demo)
+    set_tests_properties(x86.demo PROPERTIES PROCESSORS 2)
 endif()

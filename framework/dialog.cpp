@@ -11,6 +11,7 @@ INT_PTR CALLBACK CDialog::DialogProc(HWND dialog, UINT message, WPARAM, LPARAM l
     if (message != WM_INITDIALOG) return FALSE;
     auto* self = reinterpret_cast<CDialog*>(lParam);
     self->SubclassWindow(dialog);
+    self->CenterWindow();
     return self->OnInitDialog() ? TRUE : FALSE;
 }
 

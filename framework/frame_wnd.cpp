@@ -44,18 +44,6 @@ void CFrameWnd::ShowTitle(const std::string& appTitle, const std::string& docume
     ::SetWindowTextA(GetSafeHwnd(), title.c_str());
 }
 
-void CFrameWnd::CenterWindow() {
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    ::GetMonitorInfoA(::MonitorFromWindow(GetSafeHwnd(), MONITOR_DEFAULTTOPRIMARY), &monitor);
-    RECT window;
-    ::GetWindowRect(GetSafeHwnd(), &window);
-    const RECT& work = monitor.rcWork;
-    const int left = (work.left + work.right - (window.right - window.left)) / 2;
-    const int top = (work.top + work.bottom - (window.bottom - window.top)) / 2;
-    ::SetWindowPos(GetSafeHwnd(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 void CFrameWnd::RecalcLayout() {
     RECT client;
     ::GetClientRect(GetSafeHwnd(), &client);

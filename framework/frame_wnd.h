@@ -32,8 +32,6 @@ public:
     [[nodiscard]] CView* ActiveView() const { return m_view.get(); }
     /// Shows the caption; the document's title takes part only in frames with FWS_ADDTOTITLE.
     void ShowTitle(const std::string& appTitle, const std::string& documentTitle);
-    /// Centres the window in its monitor's work area.
-    void CenterWindow();
     /// Brings buttons and indicators up to date; the message loop calls it whenever it runs out of messages.
     void OnIdle();
 

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 namespace {
 
 template <class Row, class Key, class Field>
@@ -56,6 +58,25 @@ void CWnd::SubclassWindow(HWND window) {
     Attach(window);
     m_superProc = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&WindowProc)));
+}
+
+void CWnd::CenterWindow() {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoA(::MonitorFromWindow(m_hwnd, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    const RECT& work = monitor.rcWork;
+    RECT around = work;
+    const HWND owner = ::GetWindow(m_hwnd, GW_OWNER);
+    if (owner != nullptr && ::IsWindowVisible(owner) != FALSE && ::IsIconic(owner) == FALSE)
+        ::GetWindowRect(owner, &around);
+    RECT window;
+    ::GetWindowRect(m_hwnd, &window);
+    const LONG width = window.right - window.left;
+    const LONG height = window.bottom - window.top;
+    const LONG left = std::min((around.left + around.right - width) / 2, work.right - width);
+    const LONG top = std::min((around.top + around.bottom - height) / 2, work.bottom - height);
+    ::SetWindowPos(m_hwnd, nullptr, std::max(left, work.left), std::max(top, work.top), 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 LRESULT CALLBACK CWnd::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

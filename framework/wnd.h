@@ -89,6 +89,10 @@ public:
     /// Takes over a window that exists already: a control, or a dialog at its initialisation.
     void SubclassWindow(HWND window);
 
+    /// Centres the window over its owner, or on the screen where it has none to be seen; it stays on the
+    /// screen.
+    void CenterWindow();
+
     /// Runs a command through this window's tables and then its parents'; a greyed command does not run.
     /// @return false when nobody in the chain handles it.
     bool RunCommand(UINT id);

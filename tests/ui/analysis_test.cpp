@@ -1,5 +1,7 @@
 #include <doctest/doctest.h>
 
+#include <cstdlib>
+
 #include "tests/ui/shell.h"
 
 namespace {
@@ -96,6 +98,21 @@ TEST_CASE("the dialog starts with its bar at 0 of 400 and steps it every tick") 
     CHECK(positions[0] == 0);
     CHECK(positions[1] >= 20);
     CHECK(positions[1] <= 40);
+}
+
+TEST_CASE("the dialog opens over the middle of its owner, with the focus on Cancel") {
+    CShell shell;
+    CDlgAnalyze dialog;
+    (void)RunDialog(shell, dialog, 100, [&] {
+        RECT owner;
+        RECT place;
+        ::GetWindowRect(shell.FrameWindow(), &owner);
+        ::GetWindowRect(dialog.GetSafeHwnd(), &place);
+        CHECK(std::abs((place.left - owner.left) - (owner.right - place.right)) <= 1);
+        CHECK(std::abs((place.top - owner.top) - (owner.bottom - place.bottom)) <= 1);
+        CHECK(::GetFocus() == dialog.GetDlgItem(IDCANCEL));
+        dialog.EndDialog(IDCANCEL);
+    });
 }
 
 TEST_CASE("a finishing dialog ends itself at the next tick") {
