@@ -1,5 +1,6 @@
 # One libFuzzer program for each parser of registry text:
-#   cmake --preset native -B build/fuzz -DVELLUMOR_FUZZ=ON -DCMAKE_CXX_COMPILER=clang++ && cmake --build build/fuzz
+#   cmake --preset native -B build/fuzz -DVELLUMOR_FUZZ=ON -DCMAKE_CXX_COMPILER=clang++
+#   cmake --build build/fuzz
 # Each keeps the input that broke a claim as crash-*; CTest runs each for a minute.
 if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     message(FATAL_ERROR "VELLUMOR_FUZZ needs clang: add -DCMAKE_CXX_COMPILER=clang++")
