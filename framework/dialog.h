@@ -13,6 +13,7 @@ public:
     /// Shows the dialog and runs it until it ends.
     /// @return what EndDialog was given: IDOK or IDCANCEL; -1 when the dialog cannot be made.
     [[nodiscard]] INT_PTR DoModal(HWND parent);
+    /// Ends the modal run; the first result counts, and later calls change nothing.
     void EndDialog(int result);
 
     [[nodiscard]] HWND GetDlgItem(int id) const { return ::GetDlgItem(GetSafeHwnd(), id); }
@@ -36,4 +37,5 @@ private:
     void RunCancel() { OnCancel(); }
 
     UINT m_templateId;
+    bool m_hasEnded = false;
 };

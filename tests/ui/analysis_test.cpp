@@ -132,6 +132,23 @@ TEST_CASE("closing the dialog ends it at once and gives its owner back") {
     CHECK(result == IDCANCEL);
 }
 
+TEST_CASE("a dialog that has ended does not give back the owner that a later box has taken") {
+    CShell shell;
+    CDlgAnalyze dialog;
+    bool isEnabled = true;
+    After(50, [&] {
+        dialog.m_bFinishing = 1;
+        ::SendMessageA(dialog.GetSafeHwnd(), WM_CLOSE, 0, 0);
+        After(600, [&] {  // ticks of the ended dialog have come by now
+            isEnabled = ::IsWindowEnabled(shell.FrameWindow()) != FALSE;
+            ::EndDialog(::FindWindowA("#32770", "box"), IDOK);
+        });
+        ::MessageBoxA(shell.ListWindow(), "text", "box", MB_OK);
+    });
+    CHECK(dialog.DoModal(shell.FrameWindow()) == IDCANCEL);
+    CHECK_FALSE(isEnabled);
+}
+
 TEST_CASE("texts reach the controls seldom, the newest with the next tick, and unchanged ones never") {
     CShell shell;
     CDlgAnalyze dialog;
