@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr DWORD kStartPatience = 30'000;  // milliseconds; the first window of a session takes longest
+constexpr DWORD kStartPatience = 30'000;  // milliseconds; the first window on a screen takes longest
 constexpr DWORD kEndPatience = 5'000;
 
 /// The main window: unowned and with a caption; null while it is not shown.

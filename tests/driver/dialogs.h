@@ -16,6 +16,8 @@ public:
 
     [[nodiscard]] HWND Window() const { return m_dialog; }
     [[nodiscard]] bool Exists() const { return ::IsWindow(m_dialog) != FALSE; }
+    /// An ended dialog is hidden at once, but may exist as long as a message box is open above it.
+    [[nodiscard]] bool IsShown() const { return ::IsWindowVisible(m_dialog) != FALSE; }
     [[nodiscard]] HWND Control(int id) const { return ::GetDlgItem(m_dialog, id); }
     [[nodiscard]] std::string LastKey() const;
     [[nodiscard]] std::string CurrentKey() const;

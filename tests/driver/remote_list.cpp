@@ -120,15 +120,13 @@ void CRemoteList::Select(const std::vector<int>& rows) const {
 }
 
 void CRemoteList::Focus(int row) const {
-    // The control refuses to take the focus from all rows at once, so it is taken from the one that has it.
+    // Taken from the row that has it: not every version of the control takes it from all rows at once.
     const int focused = FocusedRow();
     if (focused != -1) SetState(focused, LVIS_FOCUSED, 0);
     if (row != -1) SetState(row, LVIS_FOCUSED, LVIS_FOCUSED);
 }
 
 void CRemoteList::SetSelectionMark(int row) const { Ask(m_list, LVM_SETSELECTIONMARK, 0, row); }
-
-void CRemoteList::ScrollTo(int row) const { Ask(m_list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE); }
 
 RECT CRemoteList::CellRect(int row, int column) const {
     RECT rect{};

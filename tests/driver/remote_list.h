@@ -54,7 +54,6 @@ public:
     /// Gives one row the focus; -1 takes it from all.
     void Focus(int row) const;
     void SetSelectionMark(int row) const;
-    void ScrollTo(int row) const;
 
     /// Where a cell lies in the list's client area.
     [[nodiscard]] RECT CellRect(int row, int column) const;

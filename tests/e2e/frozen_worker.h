@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/owners.h"
+#include "tests/e2e/program.h"
+
+/// A suspended thread of another process; it goes on when this object ends.
+class CFrozenThread {
+public:
+    explicit CFrozenThread(DWORD threadId);
+    CFrozenThread(const CFrozenThread&) = delete;
+    CFrozenThread& operator=(const CFrozenThread&) = delete;
+    ~CFrozenThread();
+
+private:
+    CUniqueHandle m_thread;
+};
+
+/// Suspends the worker of the running analysis, as if it hung in a long call into the system.
+/// @param threadsBefore  the threads that ran before the analysis.
+std::unique_ptr<CFrozenThread> FreezeWorker(const CAppDriver& app, const std::vector<DWORD>& threadsBefore);

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "tests/driver/app_driver.h"
+
+/// The folder of this test program, where the built vellumor.exe lies too.
+[[nodiscard]] std::string TestFolder();
+[[nodiscard]] std::string VellumorExe();
+
+/// The milliseconds that a whole analysis may take.
+constexpr DWORD kAnalysisPatience = 180'000;
+
+/// A running program that nothing has been done with.
+struct FreshApp : CAppDriver {
+    FreshApp() : CAppDriver(VellumorExe()) {}
+};
+
+/// Starts an analysis. @return its dialog, shown.
+CProgressDialog StartAnalysis(const CAppDriver& app);
+/// Waits for the box that ends an analysis and dismisses it. @return its text.
+std::string DismissResult(const CAppDriver& app, DWORD patience = kPatience);
+/// Starts an analysis and waits for its end. @return the closing box's text.
+std::string RunAnalysis(const CAppDriver& app);
+/// Waits until the list has at least `count` rows.
+void WaitForRows(const CAppDriver& app, int count);
+/// Starts an analysis and cancels it as soon as the list has `count` rows. @return the closing box's text.
+std::string RunCanceledAnalysis(const CAppDriver& app, int count);
+
+/// The closing box's text for so many rows.
+[[nodiscard]] std::string CompletedText(int rows);
+[[nodiscard]] std::string CanceledText(int rows);
