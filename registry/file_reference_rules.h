@@ -25,6 +25,7 @@
 [[nodiscard]] bool HoldsSystemRoot(std::string_view text);
 
 /// The text with every occurrence of `token` replaced; what was put in is not searched again.
+/// @param token  not empty.
 [[nodiscard]] std::string ReplaceEvery(std::string_view text, std::string_view token,
                                        std::string_view replacement);
 

@@ -19,8 +19,8 @@ inline constexpr RootKeyRow kRootKeyTable[] = {
     {"HKEY_DYN_DATA", 0x80000006},
 };
 
-/// The longest text of a key path that a registry tree can have: a root and 512 levels below it, each behind
-/// a backslash. Windows itself allows no deeper tree; only a link that leads back to its own parent seems to.
+/// How many levels of keys a root can have below it. Windows allows no deeper tree; only a link that leads
+/// back to its own parent seems to.
 inline constexpr int kDeepestLevel = 512;
 
 /// A key path taken apart: "\HKEY_USERS\a\b" is root HKEY_USERS and subkey "a\b".
