@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <string>
 
 #include "app/help_rules.h"
 #include "platform/host_services.h"
@@ -51,7 +52,7 @@ bool CMainFrame::CreateToolBar() {
     m_wndToolBar.SetBorders(kToolBarBorders);
     if (!m_wndToolBar.CreateBar(GetSafeHwnd(), ID_VIEW_TOOLBAR) || !m_wndToolBar.LoadToolBar(IDR_MAINFRAME))
         return false;
-    m_wndToolBar.ModifyStyle(TBSTYLE_FLAT);
+    m_wndToolBar.AddStyle(TBSTYLE_FLAT);
     return true;
 }
 
@@ -69,7 +70,10 @@ bool CMainFrame::InstallToolBarImages() {
     return true;
 }
 
-void CMainFrame::OnHelpContent() { SystemActions().ShowHelp(HelpFileIn(ProgramFolder()).c_str()); }
+void CMainFrame::OnHelpContent() {
+    const std::string folder = ProgramFolder();
+    if (!folder.empty()) SystemActions().ShowHelp(HelpFileIn(folder).c_str());
+}
 
 std::span<const CommandRow> CMainFrame::Commands() const {
     static constexpr CommandRow kRows[] = {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/doc_template.h"
+#include "framework/document.h"
 
 /// The document of the frame. It holds nothing: the rows live in the list alone.
 class CVellumorDoc : public CDocument {

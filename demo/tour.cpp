@@ -24,8 +24,8 @@ using Line = std::vector<std::string>;
 
 void Picture(const char* name) {
     ::Sleep(kPaintPatience);
-    (void)TakePicture(
-        name);  // without the service there are no pictures, and the table is still worth having
+    // Without the service there are no pictures, and the table is still worth having.
+    (void)TakePicture(name);
 }
 
 void PrintTable(const std::vector<Line>& lines) {

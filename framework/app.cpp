@@ -30,16 +30,4 @@ void CWinApp::EnableControlContainer() {
     ::InitCommonControlsEx(&controls);
 }
 
-void CWinApp::ParseCommandLine(CCommandLineInfo& info) {
-    for (int index = 1; index < __argc; ++index) {
-        const std::string argument = __argv[index];
-        if (argument.empty() || argument[0] == '-' || argument[0] == '/') continue;
-        info.command = CCommandLineInfo::Command::FileOpen;
-        info.fileName = argument;
-        return;
-    }
-}
-
-bool CWinApp::ProcessShellCommand(const CCommandLineInfo&) {
-    return m_template && m_template->OpenNewDocument();
-}
+bool CWinApp::ProcessShellCommand() { return m_template && m_template->OpenNewDocument(); }

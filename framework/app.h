@@ -1,17 +1,9 @@
 #pragma once
 
 #include <memory>
-#include <string>
+#include <utility>
 
 #include "framework/doc_template.h"
-
-/// What the command line asks for. A document program's switches start with '-' or '/'; anything else names
-/// a file. Our documents hold nothing, so every request opens the one empty document.
-struct CCommandLineInfo {
-    enum class Command { FileNew, FileOpen };
-    Command command = Command::FileNew;
-    std::string fileName;
-};
 
 /// The application: one template, one main window, one message loop.
 class CWinApp {
@@ -32,9 +24,11 @@ protected:
     void AddDocTemplate(std::unique_ptr<CSingleDocTemplate> docTemplate) {
         m_template = std::move(docTemplate);
     }
-    static void ParseCommandLine(CCommandLineInfo& info);
-    /// Opens the document, which makes its frame and view. @return false when that fails.
-    [[nodiscard]] bool ProcessShellCommand(const CCommandLineInfo& info);
+    /// Does what the command line asks for, which is always the same: there is one kind of document, it is
+    /// never loaded from a file, so switches and file names alike open a new one. That makes its frame and
+    /// view.
+    /// @return false when that fails.
+    [[nodiscard]] bool ProcessShellCommand();
     [[nodiscard]] CFrameWnd* MainWnd() const { return m_template ? m_template->Frame() : nullptr; }
 
 private:

@@ -1,24 +1,9 @@
 #pragma once
 
 #include <memory>
-#include <string>
 
+#include "framework/document.h"
 #include "framework/frame_wnd.h"
-
-/// What a frame shows. Ours hold nothing; the class carries the title.
-class CDocument {
-public:
-    CDocument() = default;
-    CDocument(const CDocument&) = delete;
-    CDocument& operator=(const CDocument&) = delete;
-    virtual ~CDocument() = default;
-
-    [[nodiscard]] const std::string& GetTitle() const { return m_title; }
-    virtual void SetTitle(const std::string& title) { m_title = title; }
-
-private:
-    std::string m_title;
-};
 
 /// Makes one document with its frame and view, all sharing one resource id (menu, icon, title, toolbar).
 class CSingleDocTemplate {

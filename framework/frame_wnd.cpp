@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr char kFrameClass[] = "VellumorFrame";
+constexpr char kFrameClass[] = "DocumentFrame";
 
 }  // namespace
 
@@ -24,8 +24,8 @@ bool CFrameWnd::LoadFrame(UINT resourceId, const std::string& title, std::unique
                             reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
     CUniqueMenu menu(::LoadMenuA(module, MAKEINTRESOURCEA(resourceId)));
     const Placement place{create.x, create.y, create.cx, create.cy};
-    if (!Create(windowClass, title.c_str(), style, 0, place, nullptr, menu.Get())) return false;
-    (void)menu.Release();  // the window destroys its menu
+    if (!Create(windowClass, title.c_str(), style, 0, place, nullptr, nullptr)) return false;
+    if (::SetMenu(GetSafeHwnd(), menu.Get()) != FALSE) (void)menu.Release();  // the window destroys its menu
     return true;
 }
 
@@ -84,6 +84,18 @@ CWnd::Command CFrameWnd::FindCommand(UINT id) {
     return CWnd::FindCommand(id);
 }
 
+LRESULT CFrameWnd::OnSysColorChange(WPARAM wParam, LPARAM lParam) {
+    // Common controls learn of new colours from their parent alone.
+    const CWnd* const children[] = {&m_wndToolBar, &m_wndStatusBar, m_view.get()};
+    for (const CWnd* child : children)
+        ::SendMessageA(child->GetSafeHwnd(), WM_SYSCOLORCHANGE, wParam, lParam);
+    return Default();
+}
+
+LRESULT CFrameWnd::OnNotifyFormat(WPARAM, LPARAM) {
+    return NFR_ANSI;  // the form that OnNotify knows
+}
+
 LRESULT CFrameWnd::OnInitMenuPopup(WPARAM popupHandle, LPARAM indexAndKind) {
     if (HIWORD(indexAndKind) != 0) return Default();  // the system menu looks after itself
     const HMENU popup = reinterpret_cast<HMENU>(popupHandle);
@@ -123,7 +135,7 @@ LRESULT CFrameWnd::OnNotify(WPARAM, LPARAM lParam) {
 }
 
 void CFrameWnd::OnIdle() {
-    m_wndToolBar.ForEachCommand([this](UINT id) { return FindCommand(id).IsEnabled(); });
+    m_wndToolBar.EnableButtons([this](UINT id) { return FindCommand(id).IsEnabled(); });
     m_wndStatusBar.UpdateIndicators();
 }
 
@@ -147,6 +159,8 @@ std::span<const MessageRow> CFrameWnd::FrameworkMessages() const {
         {WM_CLOSE, Handle<&CFrameWnd::OnClose>},
         {WM_DESTROY, Handle<&CFrameWnd::OnDestroy>},
         {WM_INITMENUPOPUP, Handle<&CFrameWnd::OnInitMenuPopup>},
+        {WM_SYSCOLORCHANGE, Handle<&CFrameWnd::OnSysColorChange>},
+        {WM_NOTIFYFORMAT, Handle<&CFrameWnd::OnNotifyFormat>},
         {WM_NOTIFY, Handle<&CFrameWnd::OnNotify>},
         {WM_MENUSELECT, Handle<&CFrameWnd::OnMenuSelect>},
     };

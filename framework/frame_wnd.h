@@ -5,23 +5,10 @@
 
 #include "framework/status_bar.h"
 #include "framework/tool_bar.h"
-#include "framework/wnd.h"
+#include "framework/view.h"
 
 /// Frame style: the document's title is shown before the application's.
 constexpr DWORD FWS_ADDTOTITLE = 0x8000;
-
-constexpr UINT ID_APP_ABOUT = 57664;
-constexpr UINT ID_APP_EXIT = 57665;
-constexpr UINT ID_VIEW_TOOLBAR = 59392;
-constexpr UINT ID_VIEW_STATUS_BAR = 59393;
-
-/// A child window that fills what the frame's bars leave.
-class CView : public CWnd {
-public:
-    [[nodiscard]] virtual bool CreateView(HWND frame) = 0;
-    /// Runs once, when frame and view exist and before the frame is shown.
-    virtual void OnInitialUpdate() {}
-};
 
 /// The main window: menu, bars, one view. It routes commands (view first, then itself), greys and ticks menu
 /// items and buttons from the same tables, and shows each command's prompt in the status bar.
@@ -56,6 +43,8 @@ private:
     LRESULT OnSetFocus(WPARAM, LPARAM);
     LRESULT OnClose(WPARAM, LPARAM);
     LRESULT OnDestroy(WPARAM, LPARAM);
+    LRESULT OnSysColorChange(WPARAM, LPARAM);
+    LRESULT OnNotifyFormat(WPARAM, LPARAM);
     LRESULT OnInitMenuPopup(WPARAM, LPARAM);
     LRESULT OnMenuSelect(WPARAM, LPARAM);
     LRESULT OnNotify(WPARAM, LPARAM);

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "framework/frame_wnd.h"
+#include "framework/view.h"
 
 /// A view that is a list control: the control's window is the view's window, and the control keeps all texts
 /// and check states.

@@ -1,12 +1,13 @@
 #include "framework/prompts.h"
 
+#include "framework/standard_ids.h"
 #include "platform/text.h"
 
 namespace {
 
 // The prompts of the system menu's commands (SC_SIZE = 0xF000 and on, in steps of 16) stand in this order.
-constexpr UINT kFirstSystemCommand = 0xF000;
-constexpr UINT kFirstSystemPrompt = 0xEF00;
+constexpr UINT kFirstSystemCommand = SC_SIZE;
+constexpr UINT kFirstSystemPrompt = IDS_SYSTEM_COMMANDS;
 
 }  // namespace
 

@@ -8,35 +8,50 @@ namespace {
 
 constexpr int kPaneMargin = 12;  // pixels around an indicator's text, border included
 
+/// A window's drawing surface, released at the end.
+class CClientDC {
+public:
+    explicit CClientDC(HWND window) : m_window(window), m_dc(::GetDC(window)) {}
+    CClientDC(const CClientDC&) = delete;
+    CClientDC& operator=(const CClientDC&) = delete;
+    ~CClientDC() { ::ReleaseDC(m_window, m_dc); }
+    [[nodiscard]] HDC Get() const { return m_dc; }
+
+private:
+    HWND m_window;
+    HDC m_dc;
+};
+
 int TextWidth(HWND bar, const std::string& text) {
-    const HDC dc = ::GetDC(bar);
+    const CClientDC dc(bar);
     const auto font = reinterpret_cast<HFONT>(::SendMessageA(bar, WM_GETFONT, 0, 0));
-    const HGDIOBJ old = ::SelectObject(dc, font != nullptr ? font : ::GetStockObject(DEFAULT_GUI_FONT));
+    const HGDIOBJ old = ::SelectObject(dc.Get(), font != nullptr ? font : ::GetStockObject(DEFAULT_GUI_FONT));
     SIZE size{};
-    ::GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &size);
-    ::SelectObject(dc, old);
-    ::ReleaseDC(bar, dc);
+    ::GetTextExtentPoint32A(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+    ::SelectObject(dc.Get(), old);
     return size.cx;
 }
 
+struct IndicatorKey {
+    UINT indicator;
+    int key;
+};
+constexpr IndicatorKey kIndicatorKeys[] = {
+    {ID_INDICATOR_CAPS, VK_CAPITAL},
+    {ID_INDICATOR_NUM, VK_NUMLOCK},
+    {ID_INDICATOR_SCRL, VK_SCROLL},
+};
+
 int KeyOfIndicator(UINT id) {
-    switch (id) {
-        case ID_INDICATOR_CAPS:
-            return VK_CAPITAL;
-        case ID_INDICATOR_NUM:
-            return VK_NUMLOCK;
-        case ID_INDICATOR_SCRL:
-            return VK_SCROLL;
-        default:
-            return 0;
-    }
+    for (const IndicatorKey& row : kIndicatorKeys)
+        if (row.indicator == id) return row.key;
+    return 0;
 }
 
 }  // namespace
 
 bool CStatusBar::CreateBar(HWND frame, UINT id) {
-    return Create(STATUSCLASSNAMEA, "", WS_CHILD | WS_VISIBLE | CCS_BOTTOM | SBARS_SIZEGRIP, 0, {}, frame,
-                  reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)));
+    return CreateControl(STATUSCLASSNAMEA, CCS_BOTTOM | SBARS_SIZEGRIP, frame, id);
 }
 
 bool CStatusBar::SetIndicators(std::span<const UINT> ids) {

@@ -4,15 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "framework/wnd.h"
-
-constexpr UINT ID_SEPARATOR = 0;
-constexpr UINT ID_INDICATOR_CAPS = 59137;
-constexpr UINT ID_INDICATOR_NUM = 59138;
-constexpr UINT ID_INDICATOR_SCRL = 59139;
+#include "framework/control_bar.h"
 
 /// The bar at the bottom: a message pane that takes what room there is, then one pane per key indicator.
-class CStatusBar : public CWnd {
+class CStatusBar : public CControlBar {
 public:
     [[nodiscard]] bool CreateBar(HWND frame, UINT id);
     /// Sets the panes: ID_SEPARATOR is the message pane, every other id a string resource.
@@ -23,11 +18,6 @@ public:
     /// Shows each indicator's text while its key is toggled on.
     void UpdateIndicators();
 
-    void Show(bool show) { ::ShowWindow(GetSafeHwnd(), show ? SW_SHOWNA : SW_HIDE); }
-    /// Whether the bar is to be seen whenever its frame is.
-    [[nodiscard]] bool IsShown() const {
-        return (::GetWindowLongA(GetSafeHwnd(), GWL_STYLE) & static_cast<LONG>(WS_VISIBLE)) != 0;
-    }
     /// Places the bar in the frame's client area. @return the height in pixels that it takes, 0 when hidden.
     [[nodiscard]] int PlaceAtBottom(const RECT& client);
 

@@ -4,9 +4,10 @@
 
 #include <cstring>
 
+#include "framework/standard_ids.h"
+
 namespace {
 
-constexpr int kToolbarResource = 241;  // the resource type of toolbars
 constexpr WORD kToolbarVersion = 1;
 
 struct ToolbarHeader {
@@ -20,11 +21,8 @@ struct ToolbarHeader {
 
 bool CToolBar::CreateBar(HWND frame, UINT id) {
     // The frame places the bar itself, borders included, hence the three CCS_ styles.
-    const DWORD style =
-        WS_CHILD | WS_VISIBLE | TBSTYLE_TOOLTIPS | CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER;
-    if (!Create(TOOLBARCLASSNAMEA, "", style, 0, {}, frame,
-                reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id))))
-        return false;
+    const DWORD style = TBSTYLE_TOOLTIPS | CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER;
+    if (!CreateControl(TOOLBARCLASSNAMEA, style, frame, id)) return false;
     ::SendMessageA(GetSafeHwnd(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     return true;
 }
@@ -32,7 +30,7 @@ bool CToolBar::CreateBar(HWND frame, UINT id) {
 bool CToolBar::LoadToolBar(UINT resourceId) {
     const HMODULE module = ::GetModuleHandleA(nullptr);
     const HRSRC found =
-        ::FindResourceA(module, MAKEINTRESOURCEA(resourceId), MAKEINTRESOURCEA(kToolbarResource));
+        ::FindResourceA(module, MAKEINTRESOURCEA(resourceId), MAKEINTRESOURCEA(RT_TOOLBAR_NUMBER));
     if (found == nullptr) return false;
     const auto* bytes = static_cast<const char*>(::LockResource(::LoadResource(module, found)));
     const DWORD size = ::SizeofResource(module, found);
@@ -57,9 +55,9 @@ bool CToolBar::LoadToolBar(UINT resourceId) {
     return true;
 }
 
-void CToolBar::ModifyStyle(DWORD add) {
+void CToolBar::AddStyle(DWORD added) {
     const auto style = static_cast<DWORD>(::SendMessageA(GetSafeHwnd(), TB_GETSTYLE, 0, 0));
-    ::SendMessageA(GetSafeHwnd(), TB_SETSTYLE, 0, static_cast<LPARAM>(style | add));
+    ::SendMessageA(GetSafeHwnd(), TB_SETSTYLE, 0, static_cast<LPARAM>(style | added));
 }
 
 void CToolBar::SetImages(HIMAGELIST normal, HIMAGELIST disabled, HIMAGELIST hot) {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "framework/wnd.h"
+#include "framework/control_bar.h"
 #include "platform/owners.h"
 
 /// Pixels left free around a toolbar.
@@ -16,28 +16,23 @@ struct BarBorders {
 };
 
 /// The bar of picture buttons at the top; each button's identifier is the command that it runs.
-class CToolBar : public CWnd {
+class CToolBar : public CControlBar {
 public:
     void SetBorders(const BarBorders& borders) { m_borders = borders; }
     [[nodiscard]] bool CreateBar(HWND frame, UINT id);
     /// Adds the buttons that a toolbar resource lists (version 1: picture width, height, count, command ids).
     [[nodiscard]] bool LoadToolBar(UINT resourceId);
     /// Adds TBSTYLE_... bits to the control.
-    void ModifyStyle(DWORD add);
+    void AddStyle(DWORD style);
     /// Installs the three picture strips; the control borrows the lists, so their owner outlives it.
     void SetImages(HIMAGELIST normal, HIMAGELIST disabled, HIMAGELIST hot);
 
     /// Enables each button for which `isEnabled(command id)` is true and greys the others.
     template <class Predicate>
-    void ForEachCommand(Predicate isEnabled) {
+    void EnableButtons(Predicate isEnabled) {
         for (const UINT id : m_commands) EnableButton(id, isEnabled(id));
     }
 
-    void Show(bool show) { ::ShowWindow(GetSafeHwnd(), show ? SW_SHOWNA : SW_HIDE); }
-    /// Whether the bar is to be seen whenever its frame is.
-    [[nodiscard]] bool IsShown() const {
-        return (::GetWindowLongA(GetSafeHwnd(), GWL_STYLE) & static_cast<LONG>(WS_VISIBLE)) != 0;
-    }
     /// Places the bar in the frame's client area. @return the height in pixels that it takes, 0 when hidden.
     [[nodiscard]] int PlaceAtTop(const RECT& client);
 

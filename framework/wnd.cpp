@@ -3,14 +3,26 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <map>
 
 namespace {
+
+/// Whether a WM_COMMAND comes from a menu, an accelerator or a button, and is no control's other
+/// notification.
+bool IsCommand(WPARAM wParam, LPARAM lParam) { return lParam == 0 || HIWORD(wParam) == BN_CLICKED; }
 
 template <class Row, class Key, class Field>
 const Row* FindRow(std::span<const Row> rows, Key key, Field field) {
     for (const Row& row : rows)
         if (row.*field == key) return &row;
     return nullptr;
+}
+
+/// The objects behind our windows. Kept here and not in the windows, whose own slots belong to their classes;
+/// only the user-interface thread has windows.
+std::map<HWND, CWnd*>& Windows() {
+    static std::map<HWND, CWnd*> windows;
+    return windows;
 }
 
 }  // namespace
@@ -20,16 +32,13 @@ CWnd::~CWnd() {
 }
 
 CWnd* CWnd::FromHandle(HWND window) {
-    // Other programs' windows keep data of their own in the same slot, and so may controls that are not ours.
-    if (window == nullptr ||
-        ::GetWindowLongPtrA(window, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(&WindowProc))
-        return nullptr;
-    return reinterpret_cast<CWnd*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+    const auto found = Windows().find(window);
+    return found != Windows().end() ? found->second : nullptr;
 }
 
 void CWnd::Attach(HWND window) {
     m_hwnd = window;
-    ::SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    Windows()[window] = this;
 }
 
 const char* CWnd::RegisterWindowClass(const char* name, HICON icon, HBRUSH background) {
@@ -84,11 +93,11 @@ LRESULT CALLBACK CWnd::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
         const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
         static_cast<CWnd*>(create->lpCreateParams)->Attach(window);
     }
-    auto* self = reinterpret_cast<CWnd*>(::GetWindowLongPtrA(window, GWLP_USERDATA));
+    CWnd* self = FromHandle(window);
     if (self == nullptr) return ::DefWindowProcA(window, message, wParam, lParam);
     const LRESULT result = self->Dispatch(message, wParam, lParam);
     if (message == WM_NCDESTROY) {
-        ::SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+        Windows().erase(window);
         self->m_hwnd = nullptr;
         self->m_superProc = nullptr;
     }
@@ -102,7 +111,7 @@ LRESULT CWnd::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     if (!ReflectToChild(message, wParam, lParam, result)) {
         if (const MessageRow* row = FindMessage(message); row != nullptr)
             result = row->handle(*this, wParam, lParam);
-        else if (message != WM_COMMAND || !AcceptCommand(LOWORD(wParam)))
+        else if (message != WM_COMMAND || !IsCommand(wParam, lParam) || !AcceptCommand(LOWORD(wParam)))
             result = Default();
     }
     m_current = outer;

@@ -18,9 +18,15 @@ void DeleteEntry(const std::string& path, DWORD attributes) {
     ::RemoveDirectoryA(path.c_str());
 }
 
+bool IsLink(const std::string& folder) {
+    const DWORD attributes = ::GetFileAttributesA(folder.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
 }  // namespace
 
 void DeleteFolderContents(const std::string& folder) {
+    if (IsLink(folder)) return;
     WIN32_FIND_DATAA entry;
     const CUniqueFind search(::FindFirstFileA((folder + "\\*.*").c_str(), &entry));
     if (!search) return;

@@ -4,5 +4,5 @@
 
 /// Deletes everything in a folder: files, read-only ones included, and folders with all that is in them; of a
 /// link to a folder only the link. The folder itself stays. What is in use stays; a folder that does not
-/// exist is no error.
+/// exist is no error, and one that is itself a link is left alone with what is behind it.
 void DeleteFolderContents(const std::string& folder);

@@ -2,6 +2,7 @@
 
 #include <tlhelp32.h>
 
+#include "platform/folder_tree.h"
 #include "platform/owners.h"
 
 namespace {
@@ -9,14 +10,20 @@ namespace {
 CSystemActions g_systemActions;
 CSystemActions* g_actions = &g_systemActions;
 
-/// Every right to a process in the sense of Windows XP and of later systems.
+// Every right to a process. Windows XP refuses the rights that came after it.
 constexpr DWORD kProcessFullAccess = 0x1FFFFF;
+constexpr DWORD kProcessFullAccessXp = 0x1F0FFF;
+constexpr DWORD kEndPatience = 2000;  // milliseconds
 
 using HtmlHelpProc = HWND(WINAPI*)(HWND owner, LPCSTR file, UINT command, DWORD_PTR data);
 constexpr UINT kHelpDisplayTopic = 0;
 
 HtmlHelpProc LoadHelpViewer() {
-    const HMODULE library = ::LoadLibraryA("hhctrl.ocx");
+    // By its full path: a library of that name in our own folder is nothing to load with an administrator's
+    // rights.
+    char folder[MAX_PATH] = "";
+    if (::GetSystemDirectoryA(folder, sizeof folder) == 0) return nullptr;
+    const HMODULE library = ::LoadLibraryA((std::string(folder) + "\\hhctrl.ocx").c_str());
     if (library == nullptr) return nullptr;
     return reinterpret_cast<HtmlHelpProc>(reinterpret_cast<void*>(::GetProcAddress(library, "HtmlHelpA")));
 }
@@ -42,8 +49,11 @@ std::vector<RunningProgram> CSystemActions::ListPrograms() {
 }
 
 void CSystemActions::EndProgram(DWORD processId) {
-    const CUniqueHandle process(::OpenProcess(kProcessFullAccess, FALSE, processId));
-    if (process) ::TerminateProcess(process.Get(), 0);
+    CUniqueHandle process(::OpenProcess(kProcessFullAccess, FALSE, processId));
+    if (!process) process.Reset(::OpenProcess(kProcessFullAccessXp, FALSE, processId));
+    if (!process || ::TerminateProcess(process.Get(), 0) == FALSE) return;
+    // A program that is started next may look for this one's window.
+    ::WaitForSingleObject(process.Get(), kEndPatience);
 }
 
 UINT CSystemActions::RunProgram(const char* commandLine, int show) {
@@ -54,3 +64,9 @@ void CSystemActions::ShowHelp(const char* file) {
     static const HtmlHelpProc viewer = LoadHelpViewer();
     if (viewer != nullptr) viewer(nullptr, file, kHelpDisplayTopic, 0);
 }
+
+int CSystemActions::ShowMessage(HWND owner, const char* text, const char* caption, UINT flags) {
+    return ::MessageBoxA(owner, text, caption, flags);
+}
+
+void CSystemActions::EmptyFolder(const std::string& folder) { DeleteFolderContents(folder); }

@@ -19,13 +19,18 @@ public:
 
     /// The processes that run now, in the system's order; empty when no snapshot can be taken.
     [[nodiscard]] virtual std::vector<RunningProgram> ListPrograms();
-    /// Ends a process at once, with exit code 0; a process that cannot be opened is left alone.
+    /// Ends a process with exit code 0 and waits, two seconds at most, until it is gone; a process that
+    /// cannot be opened is left alone.
     virtual void EndProgram(DWORD processId);
     /// Starts a program. @param show  SW_... @return above 31: started; otherwise the system's error.
     virtual UINT RunProgram(const char* commandLine, int show);
     /// Opens a compiled help file in the help viewer, which is loaded on first use. Does nothing where the
     /// system has no viewer; a missing file is reported by the viewer itself.
     virtual void ShowHelp(const char* file);
+    /// Shows a message box. @param flags  MB_... @return the button: IDOK, IDCANCEL, IDYES, IDNO.
+    virtual int ShowMessage(HWND owner, const char* text, const char* caption, UINT flags);
+    /// Deletes everything in a folder; see DeleteFolderContents.
+    virtual void EmptyFolder(const std::string& folder);
 };
 
 /// The actions in force.

@@ -9,7 +9,15 @@
 struct KeyTraits {
     using Type = HKEY;
     static constexpr Type None() { return nullptr; }
-    static void Close(Type key) { ::RegCloseKey(key); }
+    static void Close(Type key) {
+        if (!IsPredefined(key)) ::RegCloseKey(key);
+    }
+    /// Opening a root without a subkey can give the root itself, which is never closed.
+    static bool IsPredefined(Type key) {
+        constexpr LONG_PTR kFirst = static_cast<LONG>(0x80000000);
+        const auto value = reinterpret_cast<LONG_PTR>(key);
+        return value >= kFirst && value < kFirst + 0x100;
+    }
 };
 using CUniqueKey = CUnique<KeyTraits>;
 

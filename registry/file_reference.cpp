@@ -7,6 +7,7 @@ namespace {
 constexpr UINT kWindowsFolderBytes = 100;
 constexpr DWORD kExpansionBytes = 512;
 constexpr DWORD kShortPathBytes = 260;
+constexpr DWORD kVariableBytes = 260;
 constexpr DWORD kFoundPathBytes = 255;
 
 bool PathExists(const std::string& path) {
@@ -20,7 +21,7 @@ std::string ReplaceIfPresent(std::string text, std::string_view token, std::stri
 std::string TheWindowsFolder() { return WindowsFolder(); }
 
 std::string ExpandedSystemRoot() {
-    char text[kShortPathBytes] = "";
+    char text[kVariableBytes] = "";
     const DWORD length = ::ExpandEnvironmentStringsA("%SystemRoot%", text, sizeof text);
     return length == 0 || length > sizeof text ? std::string("%SystemRoot%") : std::string(text);
 }

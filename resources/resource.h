@@ -1,5 +1,7 @@
 #pragma once
 
+#include "framework/standard_ids.h"
+
 /* Every resource number of the program; read by the resource compiler too, hence macros. */
 
 #define IDR_MAINFRAME 128
@@ -29,9 +31,8 @@
 #define ID_RESTORE 32837
 #define ID_OPEN_REGISTRY_EDITOR 32839
 
-/* Commands and bars that every document program has, by their customary numbers. */
 #define IDS_APP_TITLE 57344
-#define IDM_APP_ABOUT 57664
-#define IDM_APP_EXIT 57665
-#define IDM_VIEW_TOOLBAR 59392
-#define IDM_VIEW_STATUS_BAR 59393
+/* Prompts kept for commands that go by other numbers now. */
+#define IDS_COMPACT_PROMPT 32831
+#define IDS_BACKUP_PROMPT 32833
+#define IDS_RESTORE_PROMPT 32834

@@ -6,7 +6,7 @@
 
 #include "analysis/channel.h"
 #include "framework/wait_cursor.h"
-#include "platform/folder_tree.h"
+#include "platform/host_services.h"
 #include "platform/program_folder.h"
 #include "resources/resource.h"
 #include "ui/registry_editor.h"
@@ -25,8 +25,6 @@ constexpr Column kColumns[] = {
     {texts::kColumnData, 405},
 };
 
-constexpr int kKeyColumn = 0;
-
 }  // namespace
 
 CVellumorView::CVellumorView() : m_cancelEvent(::CreateEventA(nullptr, TRUE, FALSE, nullptr)) {}
@@ -36,7 +34,8 @@ void CVellumorView::OnInitialUpdate() {
     for (const Column& column : kColumns) InsertColumn(index++, column.heading, column.width);
     SetExtendedStyle(LVS_EX_GRIDLINES | LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT);
     // The files that a restore replaced are in use until the restart that follows it, so they go now.
-    DeleteFolderContents(ProgramFolder() + "\\Backup\\System");
+    const std::string folder = ProgramFolder();
+    if (!folder.empty()) SystemActions().EmptyFolder(folder + "\\Backup\\System");
 }
 
 bool CVellumorView::HasRows() const { return GetNextItem(-1, LVNI_ALL) != -1; }
@@ -49,7 +48,9 @@ void CVellumorView::OnCheck() {
     for (int row = GetNextItem(-1, LVNI_SELECTED); row != -1 && place > 0;
          row = GetNextItem(row, LVNI_SELECTED))
         rows[--place] = row;
-    for (const int row : rows) SetCheck(row, true);
+    // From the first place that was filled: fewer rows than counted must not leave a -1, which means all
+    // rows.
+    for (; place < rows.size(); ++place) SetCheck(rows[place], true);
 }
 
 void CVellumorView::OnCheckAll() {
@@ -89,7 +90,7 @@ void CVellumorView::OnOpenRegistryEditor() { OpenRegistryEditorAtRow(GetSelectio
 void CVellumorView::OpenRegistryEditorAtRow(int row) {
     if (row < 0) return;
     const CWaitCursor wait;
-    OpenRegistryEditorAt(GetItemText(row, kKeyColumn));
+    OpenRegistryEditorAt(GetItemText(row, columns::kKey));
 }
 
 std::span<const MessageRow> CVellumorView::Messages() const {

@@ -7,6 +7,16 @@
 #include "ui/dlg_analyze.h"
 #include "ui/row_batch.h"
 
+/// The columns of the result list, from the left.
+namespace columns {
+
+inline constexpr int kKey = 0;
+inline constexpr int kWriteTime = 1;
+inline constexpr int kValueName = 2;
+inline constexpr int kData = 3;
+
+}  // namespace columns
+
 /// The result list: the one place where the rows of an analysis are kept, each with a check box. It starts
 /// the analysis, receives what the workers send, and runs the commands on rows.
 class CVellumorView : public CListView {

@@ -1,15 +1,18 @@
 // The view's half of the analysis: it starts the stages, one after the other, and takes what they send.
 
+#include "ui/vellumor_view.h"
+
 #include <memory>
 #include <string>
 
 #include "analysis/channel.h"
 #include "analysis/parameter.h"
 #include "analysis/stages.h"
+#include "framework/wait_cursor.h"
 #include "framework/worker_thread.h"
+#include "platform/host_services.h"
 #include "resources/resource.h"
 #include "ui/texts.h"
-#include "ui/vellumor_view.h"
 
 namespace {
 
@@ -46,20 +49,26 @@ void CVellumorView::EndFormerAnalysis() {
     WaitForWorker();
     // What it posted before it ended would start a second chain of stages beside the new one.
     MSG message;
-    while (::PeekMessageA(&message, GetSafeHwnd(), WM_STAGE1_DONE, WM_ANALYZE_DONE, PM_REMOVE) != FALSE) {
-    }
+    while (::PeekMessageA(&message, GetSafeHwnd(), WM_STAGE1_DONE, WM_ANALYZE_DONE, PM_REMOVE) != FALSE)
+        if (message.message == WM_QUIT) {  // no filter holds this one back
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            break;
+        }
 }
 
 void CVellumorView::WaitForWorker() {
     // A cancelled worker may still be in a long file test. It is signalled, and while this thread waits for
-    // it, it still has to receive what the worker sends.
+    // it, it still has to receive what the worker sends, and to paint.
+    const CWaitCursor wait;
     const DWORD patience = m_isClosing ? kClosingPatience : INFINITE;
     while (m_worker) {
         const HANDLE worker = m_worker.Get();
-        if (::MsgWaitForMultipleObjects(1, &worker, FALSE, patience, QS_SENDMESSAGE) != WAIT_OBJECT_0 + 1)
-            break;
-        MSG message;
-        ::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+        const DWORD woken = ::MsgWaitForMultipleObjectsEx(1, &worker, patience, QS_SENDMESSAGE | QS_PAINT,
+                                                          MWMO_INPUTAVAILABLE);
+        if (woken != WAIT_OBJECT_0 + 1) break;
+        MSG message;  // asking for a message delivers what was sent
+        if (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_SENDMESSAGE | PM_QS_PAINT) != FALSE)
+            ::DispatchMessageA(&message);
     }
     m_worker.Reset();
 }
@@ -85,9 +94,9 @@ LRESULT CVellumorView::OnAnalyzeRow(WPARAM, LPARAM) {
     m_batch.Open();
     const int count = GetItemCount();
     InsertItem(count == 0 ? 0 : count + 1, OrEmpty(channel.pszInvalidKey));
-    SetItemText(count, 1, OrEmpty(channel.pszWriteTime));
-    SetItemText(count, 2, OrEmpty(channel.pszValueName));
-    SetItemText(count, 3, OrEmpty(channel.pszDataReference));
+    SetItemText(count, columns::kWriteTime, OrEmpty(channel.pszWriteTime));
+    SetItemText(count, columns::kValueName, OrEmpty(channel.pszValueName));
+    SetItemText(count, columns::kData, OrEmpty(channel.pszDataReference));
     m_batch.ShowIfDue();
     return 0;
 }
@@ -130,7 +139,8 @@ void CVellumorView::ShowResult(const char* opening) {
     const int count = GetItemCount();
     const std::string found =
         count == 0 ? texts::kNoEntryFound : std::to_string(count) + texts::kEntriesFound;
-    ::MessageBoxA(GetSafeHwnd(), (opening + found).c_str(), texts::kAnalyzeTitle, MB_ICONINFORMATION);
+    SystemActions().ShowMessage(GetSafeHwnd(), (opening + found).c_str(), texts::kAnalyzeTitle,
+                                MB_ICONINFORMATION);
 }
 
 LRESULT CVellumorView::OnDestroy(WPARAM, LPARAM) {

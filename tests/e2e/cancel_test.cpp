@@ -1,5 +1,7 @@
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "tests/driver/screen.h"
 #include "tests/driver/window_access.h"
 #include "tests/e2e/full_analysis.h"
@@ -7,7 +9,7 @@
 
 namespace {
 
-constexpr DWORD kLongestCancel = 2000;  // milliseconds; half a second on a machine that is not busy
+constexpr DWORD kLongestCancel = 2000;  // milliseconds; for a single attempt on a busy machine
 
 struct CancelTimes {
     DWORD pressedAfter;     // milliseconds from the Analyze command
@@ -65,6 +67,19 @@ TEST_CASE("Cancel ends the analysis at once and tells the rows found so far") {
     };
     CHECK(StaysFalse(somethingGoesOn, 1000));
     CHECK(app.List().Rows() == rows);
+}
+
+TEST_CASE("Cancel within the first second is answered within half a second") {
+    PlantedValues();
+    const FreshApp app;
+    DWORD best =
+        kLongestCancel;  // the best of three, since other programs of the machine take their turns too
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const CancelTimes times = CancelAtRow(app, 1);
+        if (times.pressedAfter < 1000) best = std::min(best, times.boxAfter);
+        app.WaitForMessageBox().Dismiss();
+    }
+    CHECK(best < 500);
 }
 
 TEST_CASE("the canceled rows are the first ones of a whole analysis") {

@@ -184,3 +184,34 @@ TEST_CASE("the newest texts are shown before the dialog closes") {
         CHECK(ControlText(dialog, 1011) == "current");
     });
 }
+
+TEST_CASE("the closing message names the number of rows, and keeps what was found when canceled") {
+    CRecordingActions actions;
+    CShell shell;
+    const auto close = [&](UINT message) {
+        ::SendMessageA(shell.ListWindow(), message, 0, 0);
+        return actions.messages.back();
+    };
+    CHECK(close(WM_ANALYZE_DONE).text ==
+          "Registry analyzing completed successfully, no invalid entry found.");
+    CHECK(close(WM_ANALYZE_CANCELED).text == "Registry analyzing canceled, no invalid entry found.");
+    shell.AddRows(2);
+    CHECK(close(WM_ANALYZE_DONE).text ==
+          "Registry analyzing completed successfully, 2 invalid entries found.");
+    const CRecordingActions::Message last = close(WM_ANALYZE_CANCELED);
+    CHECK(last.text == "Registry analyzing canceled, 2 invalid entries found.");
+    CHECK(last.caption == "Analyzing result");
+    CHECK(last.owner == shell.ListWindow());
+    CHECK(last.flags == MB_ICONINFORMATION);
+    CHECK(shell.View().GetItemCount() == 2);
+    CHECK(AnalyzeDialog().m_bFinishing == 0);
+}
+
+TEST_CASE("a canceled analysis leaves the event ready for the next one") {
+    CRecordingActions actions;
+    CShell shell;
+    ::SendMessageA(shell.ListWindow(), WM_STAGE9_DONE, 0, 0);  // makes the view publish its event
+    ::SetEvent(g_analysisChannel.hCancelEvent);
+    ::SendMessageA(shell.ListWindow(), WM_ANALYZE_CANCELED, 0, 0);
+    CHECK(::WaitForSingleObject(g_analysisChannel.hCancelEvent, 0) == WAIT_TIMEOUT);
+}

@@ -257,3 +257,28 @@ TEST_CASE("a disabled main window takes no commands and does not close") {
     shell.Command(32823);
     CHECK(actions.asked.size() == 1);
 }
+
+TEST_CASE(
+    "the start sweeps the files that a restore replaced, and shows no box of the system's for a lost "
+    "medium") {
+    CRecordingActions actions;
+    const CShell shell;
+    CHECK(actions.emptied == std::vector<std::string>{ProgramFolder() + "\\Backup\\System"});
+    const UINT mode = ::SetErrorMode(0);
+    ::SetErrorMode(mode);
+    CHECK((mode & (SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX)) ==
+          (SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX));
+}
+
+TEST_CASE("a control's notification is no command") {
+    CRecordingActions actions;
+    CShell shell;
+    const auto notify = [&shell](UINT code) {
+        ::SendMessageA(shell.FrameWindow(), WM_COMMAND, MAKEWPARAM(32823, code),
+                       reinterpret_cast<LPARAM>(shell.ToolBar()));
+    };
+    notify(EN_CHANGE);
+    CHECK(actions.asked.empty());
+    notify(BN_CLICKED);
+    CHECK(actions.asked.size() == 1);
+}

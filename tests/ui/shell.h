@@ -29,6 +29,20 @@ public:
         return 32;
     }
     void ShowHelp(const char* file) override { asked.push_back("help " + std::string(file)); }
+    int ShowMessage(HWND owner, const char* text, const char* caption, UINT flags) override {
+        messages.push_back({owner, text, caption, flags});
+        return IDOK;
+    }
+    void EmptyFolder(const std::string& folder) override { emptied.push_back(folder); }
+
+    struct Message {
+        HWND owner;
+        std::string text;
+        std::string caption;
+        UINT flags;
+    };
+    std::vector<Message> messages;
+    std::vector<std::string> emptied;
 
     std::vector<RunningProgram> programs;
     std::vector<std::string> asked;
