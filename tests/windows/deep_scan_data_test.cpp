@@ -161,5 +161,8 @@ TEST_CASE("a replacement is made where its result fits the buffer, and left out 
         CAPTURE(length);
         const std::string rest = "\\" + std::string(length - folder.size() - 1, 'r');
         CHECK(ReferenceOf("%APPDATA%" + rest) == (length <= 259 ? folder + rest : ""));
+        // Here the path itself would fit even behind the replacement that does not.
+        const std::string shorter = rest.substr(0, rest.size() - 2);
+        CHECK(ReferenceOf("%APPDATA%" + shorter + ",x") == (length <= 259 ? folder + shorter : ""));
     }
 }

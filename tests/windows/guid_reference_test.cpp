@@ -23,6 +23,16 @@ std::string Under(const GuidArea& area, const std::string& name) {
     return std::string(area.name) + "\\" + name;
 }
 
+/// Whether a GUID counts as missing whose key is a link to the key of an object name.
+bool LinkIsMissing(const GuidArea& area, const wchar_t* target) {
+    CUniqueKey parent;
+    REQUIRE(::RegCreateKeyA(HKEY_CLASSES_ROOT, area.name, parent.Receive()) == ERROR_SUCCESS);
+    const CUniqueKey link = MakeLink(parent.Get(), kBraced, target);
+    const bool isMissing = area.isMissing(kBraced);
+    CHECK(DeleteOpenKey(link.Get()));
+    return isMissing;
+}
+
 }  // namespace
 
 TEST_CASE("a type library or class is found with and without braces") {
@@ -100,16 +110,21 @@ TEST_CASE("a GUID's key that fails to open in another way than not found counts 
 TEST_CASE("a GUID's key that opens but cannot be queried is missing") {
     for (const GuidArea& area : {kTypeLib, kClsid, kAppId}) {
         CAPTURE(area.name);
-        CUniqueKey parent;
-        REQUIRE(::RegCreateKeyA(HKEY_CLASSES_ROOT, area.name, parent.Receive()) == ERROR_SUCCESS);
-        CUniqueKey link;
-        REQUIRE(::RegCreateKeyExA(parent.Get(), kBraced.c_str(), 0, nullptr, REG_OPTION_CREATE_LINK,
-                                  KEY_ALL_ACCESS, nullptr, link.Receive(), nullptr) == ERROR_SUCCESS);
-        const std::wstring target = kUnreadableKey;
-        ::RegSetValueExW(link.Get(), L"SymbolicLinkValue", 0, REG_LINK,
-                         reinterpret_cast<const BYTE*>(target.data()),
-                         static_cast<DWORD>(target.size() * sizeof(wchar_t)));
-        CHECK(area.isMissing(kBraced));
-        CHECK(DeleteOpenKey(link.Get()));
+        CHECK(LinkIsMissing(area, kUnreadableKey));
     }
+}
+
+TEST_CASE("type libraries and classes are opened for all access, applications for what there is") {
+    // A key that grants nothing refuses all access, and so counts as present. Opened for what it grants, it
+    // goes on to the query, which fails.
+    CUniqueKey parent;
+    REQUIRE(::RegOpenKeyExA(HKEY_LOCAL_MACHINE, "Software\\Microsoft\\Windows NT\\CurrentVersion\\Perflib", 0,
+                            KEY_ALL_ACCESS, parent.Receive()) == ERROR_SUCCESS);
+    const CUniqueKey unreadable = CreateKeyByCountedName(parent.Get(), L"009");
+    REQUIRE(static_cast<bool>(unreadable));
+    CScratchKey restorer;
+    restorer.Restrict(unreadable.Get(), 0);
+    CHECK_FALSE(LinkIsMissing(kTypeLib, kUnreadableKey));
+    CHECK_FALSE(LinkIsMissing(kClsid, kUnreadableKey));
+    CHECK(LinkIsMissing(kAppId, kUnreadableKey));
 }

@@ -73,7 +73,8 @@ CUniqueKey CreateKeyByCountedName(HKEY parent, std::wstring name) {
     attributes.RootDirectory = parent;
     attributes.ObjectName = &counted;
     HANDLE key = nullptr;
-    if (create(&key, KEY_ALL_ACCESS, &attributes, 0, nullptr, 0, nullptr) != 0) return {};
+    // Above zero is success too: so the key of the performance texts says that it is a special one.
+    if (create(&key, KEY_ALL_ACCESS, &attributes, 0, nullptr, 0, nullptr) < 0) return {};
     return CUniqueKey(static_cast<HKEY>(key));
 }
 

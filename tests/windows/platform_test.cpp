@@ -56,6 +56,16 @@ TEST_CASE("a file in use stays, and the others are deleted") {
     CHECK_FALSE(Exists(behind));
 }
 
+TEST_CASE("a folder that is itself a link is left alone with what is behind it") {
+    const CScratchFolder scratch;
+    const std::string target = scratch.AddFolder("target");
+    const std::string file = scratch.AddFile("target\\file");
+    const std::string link = scratch.AddFolderLink("link", target);
+    DeleteFolderContents(link);
+    CHECK(Exists(file));
+    CHECK(Exists(link));
+}
+
 TEST_CASE("what a link in the folder leads to is left alone") {
     const CScratchFolder scratch;
     (void)scratch.AddFolder("target");

@@ -64,13 +64,7 @@ HKEY CScratchKey::Add(HKEY parent, const std::string& name) {
 }
 
 void CScratchKey::AddLink(const std::string& name, const std::wstring& target) {
-    CUniqueKey link;
-    REQUIRE(::RegCreateKeyExA(Get(), name.c_str(), 0, nullptr, REG_OPTION_CREATE_LINK, KEY_ALL_ACCESS,
-                              nullptr, link.Receive(), nullptr) == ERROR_SUCCESS);
-    // A link's target is stored without a terminator.
-    REQUIRE(::RegSetValueExW(link.Get(), L"SymbolicLinkValue", 0, REG_LINK,
-                             reinterpret_cast<const BYTE*>(target.data()),
-                             static_cast<DWORD>(target.size() * sizeof(wchar_t))) == ERROR_SUCCESS);
+    (void)MakeLink(Get(), name, target);
 }
 
 void CScratchKey::Restrict(HKEY key, REGSAM rights) {
@@ -101,4 +95,15 @@ void SetText(HKEY key, const std::string& name, const std::string& text, DWORD t
 void SetBytes(HKEY key, const std::string& name, DWORD type, const std::string& bytes) {
     REQUIRE(::RegSetValueExA(key, name.c_str(), 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
                              static_cast<DWORD>(bytes.size())) == ERROR_SUCCESS);
+}
+
+CUniqueKey MakeLink(HKEY parent, const std::string& name, const std::wstring& target) {
+    CUniqueKey link;
+    REQUIRE(::RegCreateKeyExA(parent, name.c_str(), 0, nullptr, REG_OPTION_CREATE_LINK, KEY_ALL_ACCESS,
+                              nullptr, link.Receive(), nullptr) == ERROR_SUCCESS);
+    // A link's target is stored without a terminator.
+    REQUIRE(::RegSetValueExW(link.Get(), L"SymbolicLinkValue", 0, REG_LINK,
+                             reinterpret_cast<const BYTE*>(target.data()),
+                             static_cast<DWORD>(target.size() * sizeof(wchar_t))) == ERROR_SUCCESS);
+    return link;
 }

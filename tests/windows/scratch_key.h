@@ -51,6 +51,9 @@ void SetText(HKEY key, const std::string& name, const std::string& text, DWORD t
 /// Sets a value to exactly these bytes.
 void SetBytes(HKEY key, const std::string& name, DWORD type, const std::string& bytes);
 
+/// Makes a symbolic link; its own key, to be removed by DeleteOpenKey.
+[[nodiscard]] CUniqueKey MakeLink(HKEY parent, const std::string& name, const std::wstring& target);
+
 /// The object name of a key that opens and then refuses every query and enumeration as an invalid handle.
 inline constexpr const wchar_t* kUnreadableKey =
     L"\\Registry\\Machine\\Software\\Microsoft\\Windows NT\\CurrentVersion\\Perflib\\009";

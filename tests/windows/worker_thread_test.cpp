@@ -47,7 +47,7 @@ TEST_CASE("a worker runs on a thread of its own with the given parameter, and it
     CHECK(seen.threadId != ::GetCurrentThreadId());
 }
 
-TEST_CASE("a worker's priority is in force from its first instruction") {
+TEST_CASE("a worker runs at the given priority") {
     for (int priority :
          {THREAD_PRIORITY_BELOW_NORMAL, THREAD_PRIORITY_NORMAL, THREAD_PRIORITY_ABOVE_NORMAL}) {
         Seen seen;
