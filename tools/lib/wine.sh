@@ -134,7 +134,9 @@ make_template_prefix() {
     if [[ -d $template ]]; then return; fi # another run has just made it
     say "making a Wine prefix for $arch, once"
     remove_old_templates "${template%/*}"
-    trap 'trap "" HUP INT TERM; end_prefix "$partial"' EXIT # whatever ends this
+    # Whatever ends this. The folder's name is put in now: at the end this function's variables are gone.
+    # shellcheck disable=SC2064
+    trap "trap '' HUP INT TERM; end_prefix ${partial@Q}" EXIT
     end_prefix "$partial"
     mkdir -p "$partial" || return
     run_logged "Wine prefix for $arch" boot_template "$arch" "$partial" || return
