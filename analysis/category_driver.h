@@ -5,7 +5,7 @@
 /// One place of the last stage: a check, and the registry area that it covers.
 struct CategoryCheck {
     const char* area;
-    void (*check)();  // null: not built yet, the place stays empty
+    void (*check)();
 };
 
 /// The checks of the last stage in the order in which they run.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "analysis/category_driver.h"
+#include "analysis/com/com_checks.h"
 #include "analysis/deep_scan.h"
 #include "analysis/report.h"
 
@@ -19,12 +20,12 @@ constexpr StageWork kWork[] = {
     {"HKEY_LOCAL_MACHINE, dead file references", &ScanLocalMachine},
     {"HKEY_CURRENT_USER, dead file references", &ScanCurrentUser},
     {"HKEY_USERS, dead file references", &ScanUsers},
-    {"CLSID, subkeys of every class", nullptr},
-    {"CLSID, program and application links of every class", nullptr},
-    {"TypeLib", nullptr},
-    {"HKEY_CLASSES_ROOT, top-level keys and their class links", nullptr},
-    {"CLSID, type library link of every class", nullptr},
-    {"Interface", nullptr},
+    {"CLSID, subkeys of every class", &CheckClassSubkeys},
+    {"CLSID, program and application links of every class", &CheckClassLinks},
+    {"TypeLib", &CheckTypeLibraries},
+    {"HKEY_CLASSES_ROOT, top-level keys and their class links", &CheckClassesRootKeys},
+    {"CLSID, type library link of every class", &CheckClassTypeLibLinks},
+    {"Interface", &CheckInterfaces},
     {"Category checks", &RunCategoryChecks},
 };
 constexpr std::size_t kStageCount = std::size(kWork);
@@ -37,7 +38,7 @@ constexpr AnalysisMessage DoneMessage(std::size_t index) {
 template <std::size_t Index>
 UINT RunStage(void*) {
     try {
-        if (kWork[Index].work != nullptr) kWork[Index].work();
+        kWork[Index].work();
     } catch (const CAnalysisCanceled&) {
         return 0;  // the view knows already; without a done message no later stage starts
     }

@@ -10,7 +10,7 @@
 /// posts to the view when the work is done.
 struct AnalysisStage {
     const char* area;
-    void (*work)();  // null: the stage's check is not built yet, and its place stays empty
+    void (*work)();
     AnalysisMessage doneMessage;
     UINT (*threadProc)(void*);  // takes a CParameter that it ignores; returns 0, cancelled or not
 };

@@ -15,7 +15,7 @@ include(cmake/rules.cmake)
 
 # One library per folder; each names the folders that it may include from.
 function(vellumor_folder name)
-    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${name}/*.cpp)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${name}/*.cpp)
     list(FILTER sources EXCLUDE REGEX "_rules\\.cpp$|/main\\.cpp$|/xp_imports\\.cpp$")
     add_library(vellumor_${name} STATIC ${sources})
     target_link_libraries(vellumor_${name} PUBLIC vellumor_options vellumor_rules ${ARGN})
@@ -24,7 +24,7 @@ endfunction()
 vellumor_folder(platform)
 vellumor_folder(framework vellumor_platform comctl32)
 vellumor_folder(registry vellumor_platform)
-vellumor_folder(analysis vellumor_registry)
+vellumor_folder(analysis vellumor_registry shlwapi)
 vellumor_folder(ui vellumor_framework vellumor_analysis)
 vellumor_folder(app vellumor_ui)
 

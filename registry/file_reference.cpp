@@ -92,3 +92,12 @@ bool ModuleFileExists(std::string_view module) {
     text = TakeExpansion(std::string(Unquote(text)));
     return SearchFile(std::string(KeepUpToExtension(text)));
 }
+
+bool SystemFileExists(std::string_view image) {
+    if (image.empty()) return false;
+    std::string text = SpellOutSystemFolder(KeepUpToExe(Unquote(image), " "));
+    const char* token = text.find("%systemroot%") != std::string::npos ? "%systemroot%" : "%SystemRoot%";
+    text = ReplaceIfPresent(std::move(text), token, &TheWindowsFolder);
+    text = TakeShortPath(TakeExpansion(std::string(DropSwitches(KeepFromDrive(text)))));
+    return SearchFile(std::string(KeepUpToExtension(text)));
+}

@@ -24,3 +24,7 @@ using WindowsFolderQuery = UINT(WINAPI*)(LPSTR buffer, UINT size);
 /// The same for a value that names a module. A text that does not end in a three-letter extension is no file
 /// name and counts as found.
 [[nodiscard]] bool ModuleFileExists(std::string_view text);
+
+/// The same for the image of a service or driver, whose path may begin with the system's own short forms
+/// ("system32\...", "\SystemRoot\...", "\??\C:\...") and end in switches behind '-' or '/'.
+[[nodiscard]] bool SystemFileExists(std::string_view image);

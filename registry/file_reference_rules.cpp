@@ -113,6 +113,35 @@ bool EndsInThreeLetterExtension(std::string_view text) {
     return dot != std::string_view::npos && dot + kExtensionLength == text.size();
 }
 
+std::string SpellOutSystemFolder(std::string_view text) {
+    struct Form {
+        std::string_view start;
+        std::string_view spelled;
+    };
+    constexpr Form kRelative[] = {{"system32", R"(%systemroot%\system32)"},
+                                  {"System32", R"(%systemroot%\System32)"}};
+    constexpr Form kRooted[] = {{R"(\SystemRoot)", "%systemroot%"}, {R"(\systemroot)", "%systemroot%"}};
+    std::string spelled(text);
+    for (const std::span<const Form> forms :
+         {std::span<const Form>(kRelative), std::span<const Form>(kRooted)})
+        for (const Form& form : forms)
+            if (spelled.starts_with(form.start)) {
+                spelled = ReplaceEvery(spelled, form.start, form.spelled);
+                break;
+            }
+    return spelled;
+}
+
+std::string_view KeepFromDrive(std::string_view text) {
+    const std::size_t colon = text.find(R"(:\)");
+    return colon == std::string_view::npos || colon == 0 ? text : text.substr(colon - 1);
+}
+
+std::string_view DropSwitches(std::string_view text) {
+    text = text.substr(0, text.find(" -"));
+    return text.substr(0, text.find(" /"));
+}
+
 std::string LowerCase(std::string_view text) {
     std::string lower(text);
     for (char& letter : lower)

@@ -39,6 +39,16 @@
 /// Whether the text's last dot stands exactly four characters before its end.
 [[nodiscard]] bool EndsInThreeLetterExtension(std::string_view text);
 
+/// The short forms that service images begin with, "system32" and "\SystemRoot", written with "%systemroot%";
+/// the letters' case counts, and a form that stands at the start is replaced wherever it stands.
+[[nodiscard]] std::string SpellOutSystemFolder(std::string_view text);
+
+/// The text from the drive letter of its first ":\" on.
+[[nodiscard]] std::string_view KeepFromDrive(std::string_view text);
+
+/// The text cut before its first " -", and then before its first " /".
+[[nodiscard]] std::string_view DropSwitches(std::string_view text);
+
 /// ASCII letters in lower case; other bytes as they are, since a code page's letters are not ours to know.
 [[nodiscard]] std::string LowerCase(std::string_view text);
 

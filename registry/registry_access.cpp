@@ -20,12 +20,15 @@ LSTATUS EnumSubkey(HKEY key, DWORD index, char (&name)[kNameBytes + 1]) {
     return ::RegEnumKeyExA(key, index, name, &nameBytes, nullptr, nullptr, nullptr, nullptr);
 }
 
+std::optional<std::string> FileTimeText(const FILETIME& time) {
+    SYSTEMTIME utc{};
+    if (::FileTimeToSystemTime(&time, &utc) == FALSE) return std::nullopt;
+    return WriteTimeText({utc.wYear, utc.wMonth, utc.wDay, utc.wHour, utc.wMinute, utc.wSecond});
+}
+
 std::optional<std::string> QueryWriteTime(HKEY key) {
     FILETIME written{};
     const LSTATUS result = ::RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
                                               nullptr, nullptr, nullptr, nullptr, &written);
-    if (result != ERROR_SUCCESS) return std::nullopt;
-    SYSTEMTIME utc{};
-    if (::FileTimeToSystemTime(&written, &utc) == FALSE) return std::nullopt;
-    return WriteTimeText({utc.wYear, utc.wMonth, utc.wDay, utc.wHour, utc.wMinute, utc.wSecond});
+    return result == ERROR_SUCCESS ? FileTimeText(written) : std::nullopt;
 }

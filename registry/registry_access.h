@@ -47,5 +47,8 @@ struct ValueBuffers {
     return result == ERROR_NO_MORE_ITEMS || result == ERROR_INVALID_HANDLE || result == ERROR_KEY_DELETED;
 }
 
+/// A file time in UTC as "2009/03/05 07:08:09"; nothing for a time that has no date.
+[[nodiscard]] std::optional<std::string> FileTimeText(const FILETIME& time);
+
 /// The key's last write time in UTC as "2009/03/05 07:08:09"; nothing when the key does not tell it.
 [[nodiscard]] std::optional<std::string> QueryWriteTime(HKEY key);

@@ -6,59 +6,63 @@
 #include <string>
 #include <vector>
 
-#include "recording_view.h"
+#include "analysis/classes/class_checks.h"
+#include "analysis/classes/software_checks.h"
+#include "analysis/history/history_checks.h"
+#include "analysis/system/system_checks.h"
+#include "tests/support/recording_view.h"
 
 namespace {
 
-/// A place of the driver: words that its area's name holds, and whether its check is built.
+/// A place of the driver: words that its area's name holds, and its check.
 struct Place {
     std::vector<std::string> words;
-    bool isBuilt = false;
+    void (*check)();
 };
 
 const Place kPlaces[] = {
-    {{"CheckFileExts:", "FileExts"}},
-    {{"HKEY_CLASSES_ROOT", "shell", "command", "DefaultIcon"}},
-    {{"CheckArpCache:", "ARPCache"}},
-    {{"CheckUserAssist:", "UserAssist"}},
-    {{"CheckLastVisitedMru:", "LastVisitedMRU"}},
-    {{"CheckOpenSaveMru:", "OpenSaveMRU"}},
-    {{"CheckFileExts:", "FileExts"}},
-    {{"CheckFileExtsOpenWithList:", "OpenWithList"}},
-    {{"CheckRecentDocs:", "RecentDocs"}},
-    {{"CheckRecentDocsByType:", "RecentDocs"}},
-    {{"CheckRunMru:", "RunMRU"}},
-    {{"CheckStreamMru:", "StreamMRU"}},
-    {{"CheckWallpaperMru:", "Wallpaper"}},
-    {{"CheckUninstallEntries:", "Uninstall"}},
-    {{"CheckSharedDlls:", "SharedDlls"}},
-    {{"CheckHelpFiles:", "Help"}},
-    {{"CheckInstallerFolders:", "Installer Folders"}},
-    {{"CheckAppPaths:", "App Paths"}},
-    {{"CheckFirewallApplications:", "firewall"}},
-    {{"CheckTypedUrls:", "TypedURLs"}},
-    {{"CheckFonts:", "Fonts"}},
-    {{"MenuOrder", "Start Menu", "Programs"}},
-    {{"CheckTracing:", "Tracing"}},
-    {{"CheckTemplateMacros:", "TemplateMacros"}},
-    {{"Installer", "Products", "Patches"}},
-    {{"HKEY_CLASSES_ROOT", "CurVer"}},
-    {{"HKEY_CLASSES_ROOT", "AppID"}},
-    {{"Internet Settings", "Cache", "Paths"}},
-    {{"Tracing", "LccMedia"}},
-    {{"ShellNoRoam", "MUICache"}},
-    {{"CheckServicesAndEventLogs:", "Eventlog", "services"}},
-    {{"HKEY_CLASSES_ROOT", "top-level keys"}},
-    {{"MIME", "Database", "Content Type"}},
-    {{"DeluxeCD", "Providers"}},
-    {{"HKEY_CLASSES_ROOT", "further check"}},
-    {{"Software", "HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE"}},
-    {{"Run keys"}},
+    {{"FileExts"}, &CheckFileExts},
+    {{"HKEY_CLASSES_ROOT", "shell", "command", "DefaultIcon"}, &CheckClassKeys},
+    {{"ARPCache"}, &CheckArpCache},
+    {{"UserAssist"}, &CheckUserAssist},
+    {{"LastVisitedMRU"}, &CheckLastVisitedMru},
+    {{"OpenSaveMRU"}, &CheckOpenSaveMru},
+    {{"FileExts"}, &CheckFileExts},
+    {{"OpenWithList"}, &CheckFileExtsOpenWithList},
+    {{"RecentDocs"}, &CheckRecentDocs},
+    {{"RecentDocs"}, &CheckRecentDocsByType},
+    {{"RunMRU"}, &CheckRunMru},
+    {{"StreamMRU"}, &CheckStreamMru},
+    {{"Wallpaper"}, &CheckWallpaperMru},
+    {{"Uninstall"}, &CheckUninstallEntries},
+    {{"SharedDlls"}, &CheckSharedDlls},
+    {{"Help"}, &CheckHelpFiles},
+    {{"Installer Folders"}, &CheckInstallerFolders},
+    {{"App Paths"}, &CheckAppPaths},
+    {{"firewall"}, &CheckFirewallApplications},
+    {{"TypedURLs"}, &CheckTypedUrls},
+    {{"Fonts"}, &CheckFonts},
+    {{"MenuOrder", "Start Menu", "Programs"}, &CheckStartMenuOrder},
+    {{"Tracing"}, &CheckTracing},
+    {{"TemplateMacros"}, &CheckTemplateMacros},
+    {{"Installer", "Products", "Patches"}, &CheckInstallerSources},
+    {{"HKEY_CLASSES_ROOT", "CurVer"}, &CheckCurrentVersions},
+    {{"HKEY_CLASSES_ROOT", "AppID"}, &CheckAppIds},
+    {{"Internet Settings", "Cache", "Paths"}, &CheckBrowserFolders},
+    {{"Tracing", "LccMedia"}, &CheckMediaTracing},
+    {{"ShellNoRoam", "MUICache"}, &CheckMuiCache},
+    {{"Eventlog", "services"}, &CheckServicesAndEventLogs},
+    {{"HKEY_CLASSES_ROOT", "top-level keys"}, &CheckEmptyFileTypes},
+    {{"MIME", "Database", "Content Type"}, &CheckMimeTypes},
+    {{"DeluxeCD", "Providers"}, &CheckCdProviders},
+    {{"HKEY_CLASSES_ROOT", "further check"}, &CheckFileTypeLinks},
+    {{"Software", "HKEY_CURRENT_USER", "HKEY_LOCAL_MACHINE"}, &CheckSoftwareKeys},
+    {{"Run keys"}, &CheckRunEntries},
 };
 
 }  // namespace
 
-TEST_CASE("the last stage has 37 places in their order, those of unbuilt checks empty") {
+TEST_CASE("the last stage has 37 places in their order") {
     static_assert(std::size(kPlaces) == 37);
     REQUIRE(CategoryChecks().size() == 37);
     for (std::size_t index = 0; index < 37; ++index) {
@@ -70,7 +74,7 @@ TEST_CASE("the last stage has 37 places in their order, those of unbuilt checks 
             CAPTURE(word);
             CHECK(area.find(word) != std::string::npos);
         }
-        CHECK((place.check != nullptr) == kPlaces[index].isBuilt);
+        CHECK((place.check == kPlaces[index].check));
     }
 }
 
@@ -79,10 +83,11 @@ TEST_CASE("the file extension check stands twice, at the first and the seventh p
     CHECK((CategoryChecks()[0].check == CategoryChecks()[6].check));
 }
 
-TEST_CASE("running the places passes over the empty ones") {
+TEST_CASE("running the places shows the keys of their areas one after another, to the end") {
     CRecordingView view;
     const WorkerEnd end = view.Run(&RunCategoryChecks);
     CHECK(end.inTime);
     CHECK_FALSE(end.canceled);
-    CHECK(view.Events().empty());
+    CHECK(view.ProgressOf(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Run)") == 1);
+    CHECK(view.Progress().back() == R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Run)");
 }

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "registry/file_reference.h"
-#include "scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 TEST_CASE("an empty command leads nowhere") { CHECK_FALSE(CommandFileExists("")); }
 

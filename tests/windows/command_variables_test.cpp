@@ -5,7 +5,7 @@
 #include <string>
 
 #include "registry/file_reference.h"
-#include "scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 // The Windows folder's text is shorter than "%systemroot%", so the general expansion, which is only taken
 // where it makes the text longer, does not stand in for the replacements that these tests are about.

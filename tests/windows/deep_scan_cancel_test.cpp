@@ -4,8 +4,8 @@
 
 #include "analysis/deep_scan.h"
 #include "analysis/stages.h"
-#include "native_calls.h"
 #include "scan_support.h"
+#include "tests/support/native_calls.h"
 
 namespace {
 

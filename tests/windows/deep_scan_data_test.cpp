@@ -3,7 +3,7 @@
 #include <string>
 
 #include "scan_support.h"
-#include "scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 TEST_CASE("the path is taken out of data as its quotes and delimiters say") {
     struct {

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "scan_support.h"
-#include "scratch_folder.h"
-#include "write_times.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/write_times.h"
 
 namespace {
 

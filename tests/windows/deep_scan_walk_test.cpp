@@ -4,8 +4,8 @@
 #include <string>
 
 #include "analysis/channel.h"
-#include "native_calls.h"
 #include "scan_support.h"
+#include "tests/support/native_calls.h"
 
 namespace {
 

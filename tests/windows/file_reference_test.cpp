@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "native_calls.h"
 #include "registry/class_reference.h"
-#include "scratch_key.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/scratch_key.h"
 
 namespace {
 

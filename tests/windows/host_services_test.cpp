@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "native_calls.h"
 #include "platform/program_folder.h"
-#include "scratch_folder.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/scratch_folder.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "native_calls.h"
 #include "registry/key_path.h"
 #include "registry/registry_access.h"
-#include "scratch_key.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/scratch_key.h"
 
 TEST_CASE("each long root name leads to its predefined key") {
     struct {

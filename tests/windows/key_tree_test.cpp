@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "native_calls.h"
-#include "scratch_key.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/scratch_key.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "analysis/report.h"
-#include "native_calls.h"
-#include "recording_view.h"
 #include "registry/key_tree.h"
-#include "scratch_key.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/recording_view.h"
+#include "tests/support/scratch_key.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "registry/file_reference.h"
-#include "scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 TEST_CASE("an empty module leads nowhere") { CHECK_FALSE(ModuleFileExists("")); }
 

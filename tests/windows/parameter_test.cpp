@@ -7,7 +7,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "native_calls.h"
+#include "tests/support/native_calls.h"
 
 TEST_CASE("a stage's parameter owns one unnamed manual-reset event, not signalled, and closes it") {
     static_assert(std::has_virtual_destructor_v<CParameter>);

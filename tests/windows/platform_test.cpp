@@ -8,7 +8,7 @@
 #include "platform/owners.h"
 #include "platform/program_folder.h"
 #include "platform/text.h"
-#include "scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 TEST_CASE("the program's folder is the one that holds its executable") {
     const std::string folder = ProgramFolder();

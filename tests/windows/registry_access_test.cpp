@@ -4,9 +4,9 @@
 #include <iterator>
 #include <string>
 
-#include "native_calls.h"
 #include "registry/registry_access.h"
-#include "scratch_key.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/scratch_key.h"
 
 namespace {
 

@@ -5,11 +5,11 @@
 #include <string>
 
 #include "analysis/channel.h"
-#include "native_calls.h"
-#include "recording_view.h"
-#include "scratch_folder.h"
-#include "scratch_key.h"
-#include "write_times.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/recording_view.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/scratch_key.h"
+#include "tests/support/write_times.h"
 
 namespace {
 

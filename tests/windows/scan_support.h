@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "recording_view.h"
-#include "scratch_key.h"
+#include "tests/support/recording_view.h"
+#include "tests/support/scratch_key.h"
 
 /// Scans a key's tree on a worker thread, as the stages scan a hive; under another path where one is given.
 WorkerEnd Scan(CRecordingView& view, const CScratchKey& key);

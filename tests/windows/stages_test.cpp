@@ -5,12 +5,13 @@
 #include <string>
 
 #include "analysis/category_driver.h"
+#include "analysis/com/com_checks.h"
 #include "analysis/deep_scan.h"
 #include "analysis/parameter.h"
 #include "framework/worker_thread.h"
-#include "native_calls.h"
-#include "recording_view.h"
-#include "scratch_key.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/recording_view.h"
+#include "tests/support/scratch_key.h"
 
 namespace {
 
@@ -73,13 +74,14 @@ TEST_CASE("each scan walks its own hive") {
     }
 }
 
-TEST_CASE(
-    "the stages whose checks are not built yet are empty, visibly so, and the last one runs the categories") {
-    for (std::size_t index = 3; index < 9; ++index) {
+TEST_CASE("stages four to nine are the COM checks, and the last one runs the categories") {
+    void (*const works[])() = {&CheckClassSubkeys,    &CheckClassLinks,        &CheckTypeLibraries,
+                               &CheckClassesRootKeys, &CheckClassTypeLibLinks, &CheckInterfaces,
+                               &RunCategoryChecks};
+    for (std::size_t index = 0; index < std::size(works); ++index) {
         CAPTURE(index);
-        CHECK((AnalysisStages()[index].work == nullptr));
+        CHECK((AnalysisStages()[index + 3].work == works[index]));
     }
-    CHECK((AnalysisStages()[9].work == &RunCategoryChecks));
 }
 
 TEST_CASE("the whole chain finds planted references and posts one done message per stage, in order") {

@@ -4,10 +4,10 @@
 
 #include "analysis/channel.h"
 #include "analysis/report.h"
-#include "native_calls.h"
-#include "recording_view.h"
-#include "scratch_folder.h"
-#include "scratch_key.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/recording_view.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/scratch_key.h"
 
 // What these tests lean on: that they leave nothing behind, and that a runaway worker fails a test.
 

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "native_calls.h"
 #include "platform/owners.h"
+#include "tests/support/native_calls.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-#include "native_calls.h"
+#include "tests/support/native_calls.h"
 
 namespace {
 

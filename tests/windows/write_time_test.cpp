@@ -1,10 +1,10 @@
 #include <doctest/doctest.h>
 
-#include "native_calls.h"
 #include "registry/key_path.h"
 #include "registry/registry_access.h"
-#include "scratch_key.h"
-#include "write_times.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/scratch_key.h"
+#include "tests/support/write_times.h"
 
 TEST_CASE("these tests run in a time zone other than UTC") {
     TIME_ZONE_INFORMATION zone{};

@@ -1,8 +1,8 @@
-#include "scratch_key.h"
+#include "tests/support/scratch_key.h"
 
 #include <doctest/doctest.h>
 
-#include "native_calls.h"
+#include "tests/support/native_calls.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "native_calls.h"
+#include "tests/support/native_calls.h"
 
 #include <winternl.h>
 

@@ -1,11 +1,11 @@
-#include "write_times.h"
+#include "tests/support/write_times.h"
 
 #include <doctest/doctest.h>
 
 #include <cstdio>
 
 #include "platform/owners.h"
-#include "scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 namespace {
 

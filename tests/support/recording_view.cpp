@@ -1,4 +1,4 @@
-#include "recording_view.h"
+#include "tests/support/recording_view.h"
 
 #include <doctest/doctest.h>
 

@@ -1,0 +1,133 @@
+#include "analysis/classes/class_checks.h"
+
+#include <string>
+
+#include "analysis/check_walk.h"
+#include "registry/class_reference.h"
+#include "registry/key_tree.h"
+
+namespace {
+
+const CheckArea kClassesRoot{HKEY_CLASSES_ROOT, "", R"(\HKEY_CLASSES_ROOT)"};
+const CheckArea kMimeTypes{HKEY_CLASSES_ROOT, R"(MIME\Database\Content Type)",
+                           R"(\HKEY_CLASSES_ROOT\MIME\Database\Content Type)"};
+const CheckArea kAppIds{HKEY_CLASSES_ROOT, "AppID", R"(\HKEY_CLASSES_ROOT\AppID)"};
+
+constexpr DWORD kVerbNameBytes = 100;
+constexpr DWORD kIconDataBytes = 100;
+constexpr DWORD kTypeNameBytes = 260;
+constexpr DWORD kClassIdBytes = 100;
+
+bool ClassesKeyIsNotFound(const std::string& path) {
+    CUniqueKey key;
+    return ::RegOpenKeyA(HKEY_CLASSES_ROOT, path.c_str(), key.Receive()) == ERROR_FILE_NOT_FOUND;
+}
+
+void CheckClassContent(const Subkey& entry) {
+    const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+    if (!key || !HasNoSubkeys(key.Get())) return;
+    CValueReader values(kValueNameBytes, kValueDataBytes);
+    const LSTATUS first = values.Read(key.Get(), 0);
+    if (first == ERROR_NO_MORE_ITEMS || first == ERROR_FILE_NOT_FOUND) ReportUntimed(entry.path.c_str());
+}
+
+bool HasCommand(HKEY shell) {
+    bool found = false;
+    const SubkeyWalk verbs{"", kVerbNameBytes, false};
+    ForEachSubkeyOf(
+        shell, "",
+        [&found](const Subkey& verb) {
+            if (OpenForAll(verb.parent, (std::string(verb.name) + R"(\command)").c_str())) found = true;
+        },
+        verbs);
+    return found;
+}
+
+void CheckShell(const Subkey& entry) {
+    const CUniqueKey shell = OpenForAll(entry.parent, (std::string(entry.name) + R"(\shell)").c_str());
+    if (!shell) return;
+    const std::string path = entry.path + R"(\shell)";
+    if (!HasCommand(shell.Get())) ReportUntimed(path.c_str());
+    if (!HasNoSubkeys(shell.Get())) return;
+    ForEachValueOf(shell.Get(), {kValueNameBytes, kValueDataBytes}, [&path](const CValueReader& value) {
+        if (!value.HasName() && !value.HasData()) ReportUntimed(path.c_str());
+    });
+}
+
+void CheckDefaultIcon(const Subkey& entry) {
+    const CUniqueKey icon = OpenForAll(entry.parent, (std::string(entry.name) + R"(\DefaultIcon)").c_str());
+    if (!icon || !HasNoSubkeys(icon.Get())) return;
+    const std::string path = entry.path + R"(\DefaultIcon)";
+    const QueriedText value = QueryText(icon.Get(), "", kIconDataBytes);
+    // Deliberate: no query answers so, an absent value being "not found"; the next test sees to that one.
+    if (value.result == ERROR_NO_MORE_ITEMS) ReportUntimed(path.c_str());
+    if (value.IsAbsent() || (value.Succeeded() && value.text.empty())) ReportUntimed(path.c_str());
+}
+
+bool IsFileType(const Subkey& entry) { return entry.name[0] == '.'; }
+
+void CheckContentType(const Subkey& entry) {
+    const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+    if (!key) return;
+    if (KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report();
+    const QueriedText extension = QueryText(key.Get(), "Extension", kValueDataBytes);
+    if (extension.Succeeded() && ClassesKeyIsNotFound(extension.text))
+        entry.Report("Extension", extension.text.c_str());
+    const QueriedText classId = QueryText(key.Get(), "CLSID", kClassIdBytes);
+    if (classId.Succeeded() && ClassesKeyIsNotFound(R"(CLSID\)" + classId.text))
+        entry.Report("CLSID", classId.text.c_str());
+}
+
+void CheckCurrentVersion(const Subkey& entry) {
+    const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+    if (!key) return;
+    const CUniqueKey pointer = OpenForAll(key.Get(), "CurVer");
+    if (!pointer) return;
+    CValueReader value(kValueNameBytes, kValueDataBytes);
+    const LSTATUS result = value.Read(pointer.Get(), 0);
+    const bool isDead = value.HasData() ? ClassesKeyMissing(value.Data(), MissingRule::Lenient) : true;
+    if (result == ERROR_NO_MORE_ITEMS || (result == ERROR_SUCCESS && !value.HasName() && isDead))
+        entry.Report(value.Name(), value.Data());
+}
+
+}  // namespace
+
+void CheckClassKeys() {
+    ForEachSubkey(kClassesRoot, [](const Subkey& entry) {
+        CheckClassContent(entry);
+        CheckShell(entry);
+        CheckDefaultIcon(entry);
+    });
+}
+
+void CheckEmptyFileTypes() {
+    ForEachSubkey(kClassesRoot, [](const Subkey& entry) {
+        if (!IsFileType(entry)) return;
+        const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+        if (key && KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report();
+    });
+}
+
+void CheckFileTypeLinks() {
+    ForEachSubkey(kClassesRoot, [](const Subkey& entry) {
+        if (!IsFileType(entry)) return;
+        const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+        if (!key) return;
+        const QueriedText type = QueryText(key.Get(), "", kTypeNameBytes);
+        if (!type.text.empty() && ClassesKeyIsNotFound(type.text)) entry.Report("", type.text.c_str());
+        if (HasNoValues(key.Get()) && HasNoSubkeys(key.Get())) entry.Report();
+    });
+}
+
+void CheckCurrentVersions() { ForEachSubkey(kClassesRoot, &CheckCurrentVersion, {R"(\CurVer)"}); }
+
+void CheckMimeTypes() { ForEachSubkey(kMimeTypes, &CheckContentType); }
+
+void CheckAppIds() {
+    ForEachSubkey(kAppIds, [](const Subkey& entry) {
+        const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+        if (!key) return;
+        const QueriedText id = QueryText(key.Get(), "AppID", kValueDataBytes);
+        if (id.Succeeded() && AppIdMissing(id.text)) entry.Report("AppID", id.text.c_str());
+    });
+}

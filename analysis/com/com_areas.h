@@ -1,0 +1,35 @@
+#pragma once
+
+#include "analysis/check_walk.h"
+#include "registry/value_reader.h"
+
+inline const CheckArea kClassIds{HKEY_CLASSES_ROOT, "CLSID", R"(\HKEY_CLASSES_ROOT\CLSID)"};
+inline const CheckArea kTypeLibs{HKEY_CLASSES_ROOT, "TypeLib", R"(\HKEY_CLASSES_ROOT\TypeLib)"};
+inline const CheckArea kInterfaces{HKEY_CLASSES_ROOT, "Interface", R"(\HKEY_CLASSES_ROOT\Interface)"};
+inline const CheckArea kTopLevelKeys{HKEY_CLASSES_ROOT, "", R"(\HKEY_CLASSES_ROOT)"};
+
+/// A reader for values of any size; these are the sizes that it starts with.
+[[nodiscard]] inline CValueReader WholeValues() { return {250, 250, TooLarge::Grow}; }
+
+/// A key's first value, read whole.
+struct FirstValue {
+    explicit FirstValue(HKEY key) : value(WholeValues()), result(value.Read(key, 0)) {}
+
+    [[nodiscard]] bool IsAbsent() const { return result == ERROR_NO_MORE_ITEMS; }
+    /// Whether it is the default value, with data.
+    [[nodiscard]] bool IsDefaultWithData() const {
+        return result == ERROR_SUCCESS && !value.HasName() && value.HasData();
+    }
+
+    CValueReader value;
+    LSTATUS result;
+};
+
+/// Whether a key holds neither a subkey nor a value.
+[[nodiscard]] inline bool HoldsNothing(HKEY key) { return HasNoSubkeys(key) && HasNoValues(key); }
+
+/// Adds a row for a key below the one that a walk has come to; the time is that one's.
+inline void ReportBelow(const Subkey& entry, const std::string& tail, const char* valueName,
+                        const char* data) {
+    ReportRow((entry.path + "\\" + tail).c_str(), entry.writeTime.c_str(), valueName, data);
+}

@@ -1,0 +1,147 @@
+#include "analysis/com/com_checks.h"
+
+#include <string>
+
+#include "analysis/com/com_areas.h"
+#include "registry/class_reference.h"
+#include "registry/file_reference.h"
+#include "registry/key_tree.h"
+
+namespace {
+
+void CheckProgIdLink(const Subkey& entry, HKEY classKey) {
+    const CUniqueKey link = OpenForAll(classKey, "ProgID");
+    if (!link) return;
+    const std::string progId = QueryWholeText(link.Get(), "").text;
+    if (!progId.empty() && ClassesKeyMissing(progId, MissingRule::Strict))
+        ReportBelow(entry, "ProgID", "", progId.c_str());
+}
+
+void CheckVersionIndependentLink(const Subkey& entry, HKEY classKey) {
+    const CUniqueKey link = OpenForAll(classKey, "VersionIndependentProgID");
+    if (!link) return;
+    const FirstValue first(link.Get());
+    if (first.IsDefaultWithData() && ClassesKeyMissing(first.value.Data(), MissingRule::Strict))
+        ReportBelow(entry, "VersionIndependentProgID", "", first.value.Data());
+}
+
+void CheckAppIdLink(const Subkey& entry, HKEY classKey) {
+    const std::string id = QueryWholeText(classKey, "AppID").text;
+    if (!id.empty() && AppIdMissing(id)) entry.Report("AppID", id.c_str());
+}
+
+void CheckHelpFolder(const Subkey& library, const Subkey& version, HKEY versionKey) {
+    const CUniqueKey key = OpenForAll(versionKey, "HELPDIR");
+    if (!key) return;
+    const std::string tail = std::string(version.name) + R"(\HELPDIR)";
+    const FirstValue first(key.Get());
+    const char* folder = first.value.Data();
+    if (first.IsAbsent())
+        ReportBelow(library, tail, "", "");
+    else if (first.result == ERROR_SUCCESS && !CommandFileExists(folder) && PathIsMissing(folder))
+        ReportBelow(library, tail, first.value.Name(), folder);
+}
+
+void CheckLocaleModules(const Subkey& library, const Subkey& version, const Subkey& locale) {
+    for (const char* platform : {"Win16", "Win32"}) {
+        const std::string tail = std::string(locale.name) + "\\" + platform;
+        const CUniqueKey key = OpenForAll(locale.parent, tail.c_str());
+        if (!key) continue;
+        const FirstValue first(key.Get());
+        const bool isKnown = first.result == ERROR_SUCCESS || first.IsAbsent();
+        // Without a value the text is empty, and an empty text is never found.
+        if (isKnown && !CommandFileExists(first.value.Data()))
+            ReportBelow(library, std::string(version.name) + "\\" + tail, "", first.value.Data());
+    }
+}
+
+void CheckLibrary(const Subkey& library) {
+    const CUniqueKey libraryKey = OpenForAll(library.parent, library.name);
+    if (!libraryKey) return;
+    if (HoldsNothing(libraryKey.Get())) library.Report();
+    const SubkeyWalk inner{"", kNameBytes, false};
+    ForEachSubkeyOf(
+        libraryKey.Get(), library.path,
+        [&](const Subkey& version) {
+            const CUniqueKey versionKey = OpenForAll(version.parent, version.name);
+            if (!versionKey) return;
+            CheckHelpFolder(library, version, versionKey.Get());
+            ForEachSubkeyOf(
+                versionKey.Get(), version.path,
+                [&](const Subkey& locale) { CheckLocaleModules(library, version, locale); }, inner);
+        },
+        inner);
+}
+
+void CheckTopLevelKey(const Subkey& entry) {
+    const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+    if (!key) return;
+    if (HasNoSubkeys(key.Get())) {
+        const FirstValue first(key.Get());
+        const bool isEmptyText = first.result == ERROR_SUCCESS && first.value.Type() == REG_SZ &&
+                                 !first.value.HasName() && !first.value.HasData();
+        if (first.IsAbsent() || isEmptyText) entry.Report(first.value.Name(), first.value.Data());
+    }
+    const CUniqueKey link = OpenForAll(key.Get(), "CLSID");
+    if (!link) return;
+    const FirstValue classId(link.Get());
+    if (classId.IsDefaultWithData() && ClassIdMissing(classId.value.Data()))
+        ReportBelow(entry, "CLSID", "", classId.value.Data());
+}
+
+struct InterfaceLink {
+    const char* subkey;
+    bool (*isMissing)(std::string_view guid);
+};
+constexpr InterfaceLink kInterfaceLinks[] = {
+    {"TypeLib", &TypeLibMissing},
+    {"ProxyStubClsid", &ClassIdMissing},
+    {"ProxyStubClsid32", &ClassIdMissing},
+    {"BaseInterface", &ClassIdMissing},  // Deliberate: an interface, yet looked up among the classes.
+};
+
+void CheckInterface(const Subkey& entry) {
+    const CUniqueKey interfaceKey = OpenForAll(entry.parent, entry.name);
+    if (!interfaceKey) return;
+    for (const InterfaceLink& link : kInterfaceLinks) {
+        const CUniqueKey key = OpenForAll(interfaceKey.Get(), link.subkey);
+        if (!key) continue;
+        if (KeyTreeIsEmpty(key.Get(), entry.path + "\\" + link.subkey, &PollCancel)) {
+            ReportBelow(entry, link.subkey, "", "");
+            continue;
+        }
+        const FirstValue first(key.Get());
+        if (first.IsDefaultWithData() && link.isMissing(first.value.Data()))
+            ReportBelow(entry, link.subkey, "", first.value.Data());
+    }
+}
+
+}  // namespace
+
+void CheckClassLinks() {
+    ForEachSubkey(kClassIds, [](const Subkey& entry) {
+        const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+        if (!key) return;
+        if (HoldsNothing(key.Get())) entry.Report();
+        CheckProgIdLink(entry, key.Get());
+        CheckVersionIndependentLink(entry, key.Get());
+        CheckAppIdLink(entry, key.Get());
+    });
+}
+
+void CheckTypeLibraries() { ForEachSubkey(kTypeLibs, &CheckLibrary); }
+
+void CheckClassesRootKeys() { ForEachSubkey(kTopLevelKeys, &CheckTopLevelKey); }
+
+void CheckClassTypeLibLinks() {
+    ForEachSubkey(kClassIds, [](const Subkey& entry) {
+        const CUniqueKey classKey = OpenForAll(entry.parent, entry.name);
+        if (!classKey) return;
+        const CUniqueKey link = OpenForAll(classKey.Get(), "TypeLib");
+        if (!link) return;
+        const std::string library = QueryWholeText(link.Get(), "").text;
+        if (!library.empty() && TypeLibMissing(library)) ReportBelow(entry, "TypeLib", "", library.c_str());
+    });
+}
+
+void CheckInterfaces() { ForEachSubkey(kInterfaces, &CheckInterface); }

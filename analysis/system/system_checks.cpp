@@ -1,0 +1,137 @@
+#include "analysis/system/system_checks.h"
+
+#include <shlobj.h>
+#include <shlwapi.h>
+
+#include <cstring>
+#include <string>
+
+#include "analysis/check_walk.h"
+#include "analysis/system/machine_area.h"
+#include "registry/file_reference.h"
+
+namespace {
+
+const CheckArea kFonts =
+    MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\Fonts)");
+const CheckArea kFirewall = MachineArea(
+    R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\SharedAccess\Parameters\FirewallPolicy\StandardProfile\AuthorizedApplications\List)");
+const CheckArea kTracing = MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Tracing)");
+const CheckArea kApplicationEvents =
+    MachineArea(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\Eventlog\Application)");
+const CheckArea kServices = MachineArea(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services)");
+const CheckArea kSystemEvents =
+    MachineArea(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\Eventlog\System)");
+const CheckArea kTrustPackages =
+    MachineArea(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\WinTrust\SubjectPackages)");
+const CheckArea kTemplateMacros = MachineArea(
+    R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Explorer\WebView\TemplateMacros)");
+const CheckArea kInstallerFolders =
+    MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Installer\Folders)");
+const CheckArea kHelp = MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\Help)");
+const CheckArea kHtmlHelp = MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\Html Help)");
+const CheckArea kSharedDlls =
+    MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\SharedDlls)");
+
+constexpr DWORD kTraceFolderBytes = 100;
+
+/// Reports one value of every subkey where its data are dead. The value's name counts with its letter case.
+void ReportDeadValues(const CheckArea& area, const char* valueName, DWORD dataBytes,
+                      bool (*isDead)(const char*)) {
+    ForEachSubkey(area, [=](const Subkey& entry) {
+        const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+        if (!key) return;
+        const QueriedText value = QueryTextExactly(key.Get(), valueName, dataBytes);
+        if (value.Succeeded() && isDead(value.text.c_str())) entry.Report(valueName, value.text.c_str());
+    });
+}
+
+bool IsDeadCommand(const char* data) { return !CommandFileExists(data); }
+bool IsDeadSystemFile(const char* data) { return !SystemFileExists(data); }
+bool IsDeadMessageFile(const char* data) {
+    return std::strstr(data, "System32") == nullptr && !CommandFileExists(data);
+}
+bool IsDeadPackage(const char* data) { return data[0] != '\0' && PathIsMissing(data); }
+
+bool FontIsMissing(const std::string& folder, const char* file) {
+    char path[MAX_PATH] = "";
+    ::lstrcpynA(path, folder.c_str(), sizeof path);
+    return ::PathAppendA(path, file) == FALSE || PathIsMissing(path);
+}
+
+std::string FontsFolder() {
+    char folder[MAX_PATH] = "";
+    return ::SHGetFolderPathA(nullptr, CSIDL_FONTS, nullptr, 0, folder) == S_OK ? std::string(folder)
+                                                                                : std::string();
+}
+
+void CheckMacro(const Subkey& entry) {
+    const CUniqueKey key = OpenForAll(entry.parent, entry.name);
+    if (!key) return;
+    ForEachValueOf(key.Get(), {kValueNameBytes, kValueDataBytes}, [&entry](const CValueReader& value) {
+        if (!value.HasName() && value.HasData() && !CommandFileExists(value.Data()))
+            entry.Report("", value.Data());
+    });
+}
+
+void CheckHtmlHelpFile(const CValueReader& value) {
+    constexpr std::string_view kFolder = "Folder:";
+    if (!value.HasName() || !value.HasData()) return;
+    std::string path = std::string(value.Data()) + "\\" + value.Name();
+    if (const std::size_t found = path.find(kFolder); found != std::string::npos)
+        path.erase(0, found + kFolder.size());
+    // Deliberate: two tests, each with a row of its own.
+    if (PathIsMissing(path)) ReportUntimed(kHtmlHelp.path, value.Name(), value.Data());
+    if (!CommandFileExists(path)) ReportUntimed(kHtmlHelp.path, value.Name(), value.Data());
+}
+
+}  // namespace
+
+void CheckFonts() {
+    ForEachValue(kFonts, {kValueNameBytes, kValueDataBytes},
+                 [folder = FontsFolder()](const CValueReader& value) {
+                     if (value.Type() != REG_SZ) return;
+                     if (FontIsMissing(folder, value.Data()))
+                         ReportUntimed(kFonts.path, value.Name(), value.Data());
+                     // Deliberate: a font file named by a path of its own is reported because it is there.
+                     if (!PathIsMissing(value.Data())) ReportUntimed(kFonts.path, value.Name(), value.Data());
+                 });
+}
+
+void CheckFirewallApplications() {
+    ForEachValue(kFirewall, {kValueNameBytes, kValueDataBytes}, [](const CValueReader& value) {
+        if (value.Type() == REG_SZ && !CommandFileExists(value.Name()))
+            ReportUntimed(kFirewall.path, value.Name(), value.Data());
+    });
+}
+
+void CheckTracing() { ReportDeadValues(kTracing, "FileDirectory", kTraceFolderBytes, &PathIsMissing); }
+
+void CheckServicesAndEventLogs() {
+    ReportDeadValues(kApplicationEvents, "EventMessageFile", kValueDataBytes, &IsDeadCommand);
+    ReportDeadValues(kServices, "ImagePath", kValueDataBytes, &IsDeadSystemFile);
+    ReportDeadValues(kSystemEvents, "EventMessageFile", kValueDataBytes, &IsDeadMessageFile);
+    ReportDeadValues(kTrustPackages, "$DLL", kValueDataBytes, &IsDeadPackage);
+}
+
+void CheckTemplateMacros() { ForEachSubkey(kTemplateMacros, &CheckMacro); }
+
+void CheckInstallerFolders() {
+    ForEachValue(kInstallerFolders, {kValueNameBytes, kValueDataBytes}, [](const CValueReader& value) {
+        if (PathIsMissing(value.Name())) ReportUntimed(kInstallerFolders.path, value.Name(), value.Data());
+    });
+}
+
+void CheckHelpFiles() {
+    ForEachValue(kHelp, {kValueNameBytes, kValueDataBytes}, [](const CValueReader& value) {
+        if (!CommandFileExists(std::string(value.Data()) + "\\" + value.Name()))
+            ReportUntimed(kHelp.path, value.Name(), value.Data());
+    });
+    ForEachValue(kHtmlHelp, {kValueNameBytes, kValueDataBytes}, &CheckHtmlHelpFile);
+}
+
+void CheckSharedDlls() {
+    ForEachValue(kSharedDlls, {kValueNameBytes, kValueDataBytes}, [](const CValueReader& value) {
+        if (value.HasName() && !ModuleFileExists(value.Name())) ReportUntimed(kSharedDlls.path, value.Name());
+    });
+}

@@ -1,0 +1,87 @@
+#include "registry/value_reader.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "registry/registry_access.h"
+
+CValueReader::CValueReader(DWORD nameBytes, DWORD dataBytes, TooLarge tooLarge)
+    : m_name(nameBytes + 1), m_data(dataBytes + 1), m_readsData(dataBytes != 0), m_tooLarge(tooLarge) {}
+
+LSTATUS CValueReader::Read(HKEY key, DWORD index) {
+    LSTATUS result = Enumerate(key, index);
+    // Another program may make the value larger between the two calls, hence the loop.
+    while (result == ERROR_MORE_DATA && m_tooLarge == TooLarge::Grow && GrowFor(key))
+        result = Enumerate(key, index);
+    if (result != ERROR_SUCCESS) {
+        m_name[0] = '\0';
+        m_data[0] = '\0';
+    }
+    return result;
+}
+
+LSTATUS CValueReader::Enumerate(HKEY key, DWORD index) {
+    std::fill(m_name.begin(), m_name.end(), '\0');
+    std::fill(m_data.begin(), m_data.end(), '\0');
+    auto nameBytes = static_cast<DWORD>(m_name.size() - 1);
+    auto dataBytes = static_cast<DWORD>(m_data.size() - 1);
+    m_type = REG_NONE;
+    return ::RegEnumValueA(key, index, m_name.data(), &nameBytes, nullptr, &m_type,
+                           m_readsData ? reinterpret_cast<BYTE*>(m_data.data()) : nullptr,
+                           m_readsData ? &dataBytes : nullptr);
+}
+
+bool CValueReader::GrowFor(HKEY key) {
+    DWORD longestName = 0;  // characters
+    DWORD largestData = 0;  // bytes
+    if (::RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &longestName,
+                           &largestData, nullptr, nullptr) != ERROR_SUCCESS)
+        return false;
+    // A character takes up to two bytes in the system's code page; two more for terminators.
+    const std::size_t name = std::max<std::size_t>(m_name.size(), 2 * std::size_t{longestName} + 2);
+    const std::size_t data = std::max<std::size_t>(m_data.size(), std::size_t{largestData} + 2);
+    if (name == m_name.size() && data == m_data.size()) return false;
+    m_name.resize(name);
+    if (m_readsData) m_data.resize(data);
+    return true;
+}
+
+QueriedText QueryText(HKEY key, const char* name, DWORD bytes) {
+    std::vector<char> data(bytes + 1);
+    QueriedText query{ERROR_SUCCESS, REG_NONE, {}};
+    query.result =
+        ::RegQueryValueExA(key, name, nullptr, &query.type, reinterpret_cast<BYTE*>(data.data()), &bytes);
+    if (query.Succeeded()) query.text = data.data();
+    return query;
+}
+
+QueriedText QueryWholeText(HKEY key, const char* name) {
+    DWORD bytes = 0;
+    const LSTATUS sized = ::RegQueryValueExA(key, name, nullptr, nullptr, nullptr, &bytes);
+    if (sized != ERROR_SUCCESS) return {sized, REG_NONE, {}};
+    return QueryText(key, name, bytes);
+}
+
+bool HasValueNamed(HKEY key, const char* name) {
+    CValueReader values(kNameBytes, 0);
+    for (DWORD index = 0;; ++index) {
+        const LSTATUS result = values.Read(key, index);
+        if (EndsWalk(result)) return false;
+        if (result == ERROR_SUCCESS && std::strcmp(values.Name(), name) == 0) return true;
+    }
+}
+
+QueriedText QueryTextExactly(HKEY key, const char* name, DWORD bytes) {
+    if (!HasValueNamed(key, name)) return {ERROR_FILE_NOT_FOUND, REG_NONE, {}};
+    return QueryText(key, name, bytes);
+}
+
+bool HasNoSubkeys(HKEY key) {
+    char name[kNameBytes + 1];
+    return EnumSubkey(key, 0, name) == ERROR_NO_MORE_ITEMS;
+}
+
+bool HasNoValues(HKEY key) {
+    CValueReader values(kNameBytes, 0);
+    return values.Read(key, 0) == ERROR_NO_MORE_ITEMS;
+}

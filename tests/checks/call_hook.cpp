@@ -1,0 +1,42 @@
+#include "call_hook.h"
+
+#include <doctest/doctest.h>
+
+#include <string_view>
+
+namespace {
+
+/// Finds the place from which this program calls an imported function; null: it imports none of that name.
+FARPROC* FindImport(std::string_view function) {
+    const auto base = reinterpret_cast<char*>(::GetModuleHandleA(nullptr));
+    const auto dos = reinterpret_cast<IMAGE_DOS_HEADER*>(base);
+    const auto headers = reinterpret_cast<IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const DWORD imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    for (auto module = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports); module->Name != 0;
+         ++module) {
+        auto name = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->OriginalFirstThunk);
+        auto slot = reinterpret_cast<FARPROC*>(base + module->FirstThunk);
+        for (; name->u1.AddressOfData != 0; ++name, ++slot) {
+            if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
+            const auto entry = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
+            if (function == reinterpret_cast<const char*>(entry->Name)) return slot;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+CCallHook::CCallHook(const char* function, FARPROC replacement)
+    : m_slot(FindImport(function)), m_before(nullptr) {
+    REQUIRE(m_slot != nullptr);
+    m_before = *m_slot;
+    Write(replacement);
+}
+
+void CCallHook::Write(FARPROC function) {
+    DWORD protection = 0;
+    ::VirtualProtect(m_slot, sizeof *m_slot, PAGE_READWRITE, &protection);
+    *m_slot = function;
+    ::VirtualProtect(m_slot, sizeof *m_slot, protection, &protection);
+}
