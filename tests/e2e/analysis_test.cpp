@@ -5,22 +5,13 @@
 #include "tests/driver/window_access.h"
 #include "tests/e2e/full_analysis.h"
 #include "tests/e2e/planted_values.h"
+#include "tests/e2e/shown_rows.h"
 
 namespace {
 
 std::vector<ListRow> PlantedRowsIn(std::vector<ListRow> rows) {
     std::erase_if(rows, [](const ListRow& row) { return !IsPlanted(row); });
     return rows;
-}
-
-std::string Describe(const ListRow& row) {
-    return row.key + " | " + row.writeTime + " | " + row.valueName + " | " + row.dataReference;
-}
-
-void CheckSameRows(const std::vector<ListRow>& found, const std::vector<ListRow>& expected) {
-    for (std::size_t index = 0; index < std::min(found.size(), expected.size()); ++index)
-        CHECK(Describe(found[index]) == Describe(expected[index]));
-    CHECK(found.size() == expected.size());
 }
 
 }  // namespace

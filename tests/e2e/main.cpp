@@ -1,21 +1,13 @@
 #define DOCTEST_CONFIG_IMPLEMENT
 #include <doctest/doctest.h>
 
-#include <windows.h>
-
 #include <cstdio>
 #include <cstdlib>
 
-namespace {
-
-bool RunsUnderWine() {
-    return ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
-}
-
-}  // namespace
+#include "tests/e2e/program.h"
 
 int main(int argc, char** argv) {
-    // These tests end every registry editor that runs, and take values out of the registry for a while.
+    // These tests end every registry editor that runs, and plant entries in the registry for a while.
     if (!RunsUnderWine() && std::getenv("VELLUMOR_E2E") == nullptr) {
         std::puts(
             "These tests change the registry of a machine that is in use. Set VELLUMOR_E2E=1 to run them.");

@@ -71,21 +71,6 @@ void Plant(HKEY root) {
     }
 }
 
-/// The name of the current user's key under HKEY_USERS.
-std::string UserName() {
-    CUniqueHandle token;
-    ::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, token.Receive());
-    alignas(TOKEN_USER) char buffer[256];
-    DWORD bytes = 0;
-    if (::GetTokenInformation(token.Get(), TokenUser, buffer, sizeof buffer, &bytes) == FALSE)
-        throw CDriverError("the user is unknown");
-    char* text = nullptr;
-    ::ConvertSidToStringSidA(reinterpret_cast<const TOKEN_USER*>(buffer)->User.Sid, &text);
-    const std::string name = text;
-    ::LocalFree(text);
-    return name;
-}
-
 std::string Format(const FILETIME& time) {
     SYSTEMTIME parts{};
     ::FileTimeToSystemTime(&time, &parts);
@@ -155,4 +140,18 @@ std::string SpellingOf(HKEY key, const std::string& name) {
     for (DWORD index = 0; ::RegEnumKeyA(key, index, subkey, sizeof subkey) == ERROR_SUCCESS; ++index)
         if (::lstrcmpiA(subkey, name.c_str()) == 0) return subkey;
     throw CDriverError("there is no key " + name);
+}
+
+std::string UserName() {
+    CUniqueHandle token;
+    ::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, token.Receive());
+    alignas(TOKEN_USER) char buffer[256];
+    DWORD bytes = 0;
+    if (::GetTokenInformation(token.Get(), TokenUser, buffer, sizeof buffer, &bytes) == FALSE)
+        throw CDriverError("the user is unknown");
+    char* text = nullptr;
+    ::ConvertSidToStringSidA(reinterpret_cast<const TOKEN_USER*>(buffer)->User.Sid, &text);
+    const std::string name = text;
+    ::LocalFree(text);
+    return name;
 }

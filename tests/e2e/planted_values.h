@@ -36,3 +36,6 @@ struct WriteTimes {
 
 /// The registry's own spelling of a subkey's name.
 [[nodiscard]] std::string SpellingOf(HKEY key, const std::string& name);
+
+/// The name of the current user's key under HKEY_USERS.
+[[nodiscard]] std::string UserName();

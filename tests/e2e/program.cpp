@@ -17,6 +17,10 @@ std::string TestFolder() {
 
 std::string VellumorExe() { return TestFolder() + "\\vellumor.exe"; }
 
+bool RunsUnderWine() {
+    return ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
+}
+
 CProgressDialog StartAnalysis(const CAppDriver& app) {
     app.Post(commands::kAnalyze);
     return app.WaitForProgressDialog();

@@ -8,6 +8,9 @@
 [[nodiscard]] std::string TestFolder();
 [[nodiscard]] std::string VellumorExe();
 
+/// Whether the registry is that of a Wine prefix, which can be thrown away.
+[[nodiscard]] bool RunsUnderWine();
+
 /// The milliseconds that a whole analysis may take.
 constexpr DWORD kAnalysisPatience = 180'000;
 
