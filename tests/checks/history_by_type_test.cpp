@@ -21,21 +21,39 @@ using EnumValueCall = LSTATUS(WINAPI*)(HKEY, DWORD, LPSTR, LPDWORD, LPDWORD, LPD
 
 FARPROC g_enumValue = nullptr;
 int g_defaultsRead = 0;
+int g_cancelAt = 0;
+const CRecordingView* g_canceledView = nullptr;
 
-/// Counts how often a value without a name was read.
+/// Counts how often a value without a name was read, and cancels the view's analysis at one of these reads.
 LSTATUS WINAPI CountDefaults(HKEY key, DWORD index, LPSTR name, LPDWORD nameBytes, LPDWORD reserved,
                              LPDWORD type, LPBYTE data, LPDWORD dataBytes) {
     const auto call = reinterpret_cast<EnumValueCall>(reinterpret_cast<void*>(g_enumValue));
     const LSTATUS result = call(key, index, name, nameBytes, reserved, type, data, dataBytes);
     if (result == ERROR_SUCCESS && name[0] == '\0') ++g_defaultsRead;
+    if (g_canceledView != nullptr && g_defaultsRead == g_cancelAt) g_canceledView->Cancel();
     return result;
 }
 
-DWORD WINAPI CancelSoon(void* view) {
-    ::Sleep(10);
-    static_cast<CRecordingView*>(view)->Cancel();
-    return 0;
-}
+/// Has CountDefaults called for each value that is read.
+class CCountedDefaults {
+public:
+    CCountedDefaults()
+        : m_hook("RegEnumValueA", reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&CountDefaults))) {
+        g_enumValue = m_hook.Before();
+        g_defaultsRead = 0;
+    }
+    ~CCountedDefaults() { g_canceledView = nullptr; }
+    CCountedDefaults(const CCountedDefaults&) = delete;
+    CCountedDefaults& operator=(const CCountedDefaults&) = delete;
+
+    void CancelAt(int read, const CRecordingView& view) {
+        g_cancelAt = read;
+        g_canceledView = &view;
+    }
+
+private:
+    CCallHook m_hook;
+};
 
 }  // namespace
 
@@ -80,10 +98,7 @@ TEST_CASE("a type with a default value is read again 1,000 times and given up, a
     one.area.Add("bbb", "a", "C:\\a.txt");
     std::string rows;
     {
-        const CCallHook hook("RegEnumValueA",
-                             reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&CountDefaults)));
-        g_enumValue = hook.Before();
-        g_defaultsRead = 0;
+        const CCountedDefaults counted;
         rows = RowsOf(&CheckOpenSaveMru);
     }
     CHECK(g_defaultsRead == 1'001);
@@ -94,14 +109,10 @@ TEST_CASE("a cancel is noticed while a default value is read again and again") {
     History one(kOpenSaveArea);
     one.area.Add("aaa", "", "default");
     CRecordingView view;
-    CUniqueHandle thread;
-    view.onEvent = [&](const ViewEvent& event) {
-        if (event.message == kProgressMessage && event.currentKey == one.area.Path("aaa"))
-            thread.Reset(::CreateThread(nullptr, 0, &CancelSoon, &view, 0, nullptr));
-    };
+    CCountedDefaults counted;
+    counted.CancelAt(500, view);
     const WorkerEnd end = view.Run(&CheckOpenSaveMru);
-    REQUIRE(static_cast<bool>(thread));
-    ::WaitForSingleObject(thread.Get(), INFINITE);
+    CHECK(g_defaultsRead == 500);
     CHECK(end.canceled);
     CHECK(view.Count(kCanceledMessage) == 1);
     CHECK(view.Events().back().message == kCanceledMessage);
