@@ -50,6 +50,9 @@ struct SubkeyWalk {
     bool showsProgress = true;     // walks inside a walk leave the progress text alone
 };
 
+/// A walk over the subkeys of a subkey.
+inline constexpr SubkeyWalk kInnerWalk{"", kNameBytes, false};
+
 /// One step of a walk over subkeys. @return false at its end; `name` is empty where the index is to be
 /// skipped.
 [[nodiscard]] bool NextSubkey(HKEY key, DWORD index, const SubkeyWalk& walk, char (&name)[kNameBytes + 1],

@@ -31,6 +31,11 @@ bool IsMissing(const std::string& path, Access access, MissingRule rule) {
 
 }  // namespace
 
+LSTATUS TryClassesKey(const char* relativePath) {
+    CUniqueKey key;
+    return ::RegOpenKeyA(HKEY_CLASSES_ROOT, relativePath, key.Receive());
+}
+
 bool ClassesKeyMissing(std::string_view relativePath, MissingRule rule) {
     if (rule == MissingRule::Strict && relativePath.empty()) return false;
     const Access access = rule == MissingRule::LenientAllAccess ? Access::All : Access::Default;

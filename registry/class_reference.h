@@ -1,8 +1,13 @@
 #pragma once
 
+#include <windows.h>
+
 #include <string_view>
 
 #include "registry/file_reference_rules.h"
+
+/// Tries to open a key under HKEY_CLASSES_ROOT with default access. @return the system's code.
+[[nodiscard]] LSTATUS TryClassesKey(const char* relativePath);
 
 /// Whether a key relative to HKEY_CLASSES_ROOT is absent, judged by the given rule.
 [[nodiscard]] bool ClassesKeyMissing(std::string_view relativePath, MissingRule rule);

@@ -5,6 +5,13 @@
 
 #include "registry/registry_access.h"
 
+namespace {
+
+// No path or identifier comes near this; a larger datum cannot be read, and does not take our memory either.
+constexpr DWORD kLargestData = 16U << 20;
+
+}  // namespace
+
 CValueReader::CValueReader(DWORD nameBytes, DWORD dataBytes, TooLarge tooLarge)
     : m_name(nameBytes + 1), m_data(dataBytes + 1), m_readsData(dataBytes != 0), m_tooLarge(tooLarge) {}
 
@@ -37,9 +44,10 @@ bool CValueReader::GrowFor(HKEY key) {
     if (::RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &longestName,
                            &largestData, nullptr, nullptr) != ERROR_SUCCESS)
         return false;
-    // A character takes up to two bytes in the system's code page; two more for terminators.
-    const std::size_t name = std::max<std::size_t>(m_name.size(), 2 * std::size_t{longestName} + 2);
-    const std::size_t data = std::max<std::size_t>(m_data.size(), std::size_t{largestData} + 2);
+    if (largestData > kLargestData) return false;
+    // The sizes are those of the stored UTF-16; a character of it takes up to three bytes in a code page.
+    const std::size_t name = std::max<std::size_t>(m_name.size(), 3 * std::size_t{longestName} + 2);
+    const std::size_t data = std::max<std::size_t>(m_data.size(), std::size_t{largestData} * 3 / 2 + 2);
     if (name == m_name.size() && data == m_data.size()) return false;
     m_name.resize(name);
     if (m_readsData) m_data.resize(data);
@@ -56,23 +64,32 @@ QueriedText QueryText(HKEY key, const char* name, DWORD bytes) {
 }
 
 QueriedText QueryWholeText(HKEY key, const char* name) {
-    DWORD bytes = 0;
-    const LSTATUS sized = ::RegQueryValueExA(key, name, nullptr, nullptr, nullptr, &bytes);
-    if (sized != ERROR_SUCCESS) return {sized, REG_NONE, {}};
-    return QueryText(key, name, bytes);
+    QueriedText query{ERROR_MORE_DATA, REG_NONE, {}};
+    // Another program may make the value larger between the two calls, hence the loop.
+    while (query.result == ERROR_MORE_DATA) {
+        DWORD bytes = 0;
+        const LSTATUS sized = ::RegQueryValueExA(key, name, nullptr, nullptr, nullptr, &bytes);
+        if (sized != ERROR_SUCCESS) return {sized, REG_NONE, {}};
+        if (bytes > kLargestData) return query;
+        query = QueryText(key, name, bytes);
+    }
+    return query;
 }
 
-bool HasValueNamed(HKEY key, const char* name) {
+LSTATUS FindValueNamed(HKEY key, const char* name, CancelPoll poll) {
     CValueReader values(kNameBytes, 0);
     for (DWORD index = 0;; ++index) {
+        poll();
         const LSTATUS result = values.Read(key, index);
-        if (EndsWalk(result)) return false;
-        if (result == ERROR_SUCCESS && std::strcmp(values.Name(), name) == 0) return true;
+        if (result == ERROR_NO_MORE_ITEMS) return ERROR_FILE_NOT_FOUND;
+        if (EndsWalk(result)) return result;
+        if (result == ERROR_SUCCESS && std::strcmp(values.Name(), name) == 0) return ERROR_SUCCESS;
     }
 }
 
-QueriedText QueryTextExactly(HKEY key, const char* name, DWORD bytes) {
-    if (!HasValueNamed(key, name)) return {ERROR_FILE_NOT_FOUND, REG_NONE, {}};
+QueriedText QueryTextExactly(HKEY key, const char* name, DWORD bytes, CancelPoll poll) {
+    const LSTATUS found = FindValueNamed(key, name, poll);
+    if (found != ERROR_SUCCESS) return {found, REG_NONE, {}};
     return QueryText(key, name, bytes);
 }
 
@@ -85,3 +102,5 @@ bool HasNoValues(HKEY key) {
     CValueReader values(kNameBytes, 0);
     return values.Read(key, 0) == ERROR_NO_MORE_ITEMS;
 }
+
+bool HoldsNothing(HKEY key) { return HasNoSubkeys(key) && HasNoValues(key); }

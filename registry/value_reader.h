@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "registry/key_tree.h"
+
 /// What becomes of a value whose name or data is larger than the buffers that it is read into.
 enum class TooLarge {
     Skip,  // the call fails, and the caller passes the index over
@@ -58,13 +60,17 @@ struct QueriedText {
 /// The same, whatever the size of the data.
 [[nodiscard]] QueriedText QueryWholeText(HKEY key, const char* name);
 
-/// Whether a key has a value whose name is spelled just so, letter case included.
-[[nodiscard]] bool HasValueNamed(HKEY key, const char* name);
+/// Looks for a value whose name is spelled just so, letter case included.
+/// @param poll  runs before each value.
+/// @return ERROR_SUCCESS; ERROR_FILE_NOT_FOUND when the walk came to its end without it; otherwise what ended
+/// the walk.
+[[nodiscard]] LSTATUS FindValueNamed(HKEY key, const char* name, CancelPoll poll);
 
 /// The same as QueryText, but the name must be spelled as it is stored: one that differs in letter case is
 /// absent.
-[[nodiscard]] QueriedText QueryTextExactly(HKEY key, const char* name, DWORD bytes);
+[[nodiscard]] QueriedText QueryTextExactly(HKEY key, const char* name, DWORD bytes, CancelPoll poll);
 
-/// Whether a key has no subkey, or no value: the first enumeration finds nothing.
+/// Whether a key has no subkey, or no value, or neither: the first enumeration finds nothing.
 [[nodiscard]] bool HasNoSubkeys(HKEY key);
 [[nodiscard]] bool HasNoValues(HKEY key);
+[[nodiscard]] bool HoldsNothing(HKEY key);

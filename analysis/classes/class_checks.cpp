@@ -19,8 +19,7 @@ constexpr DWORD kTypeNameBytes = 260;
 constexpr DWORD kClassIdBytes = 100;
 
 bool ClassesKeyIsNotFound(const std::string& path) {
-    CUniqueKey key;
-    return ::RegOpenKeyA(HKEY_CLASSES_ROOT, path.c_str(), key.Receive()) == ERROR_FILE_NOT_FOUND;
+    return TryClassesKey(path.c_str()) == ERROR_FILE_NOT_FOUND;
 }
 
 void CheckClassContent(const Subkey& entry) {
@@ -37,7 +36,9 @@ bool HasCommand(HKEY shell) {
     ForEachSubkeyOf(
         shell, "",
         [&found](const Subkey& verb) {
-            if (OpenForAll(verb.parent, (std::string(verb.name) + R"(\command)").c_str())) found = true;
+            if (!OpenForAll(verb.parent, (std::string(verb.name) + R"(\command)").c_str())) return Walk::Next;
+            found = true;
+            return Walk::Stop;
         },
         verbs);
     return found;
@@ -85,8 +86,11 @@ void CheckCurrentVersion(const Subkey& entry) {
     if (!pointer) return;
     CValueReader value(kValueNameBytes, kValueDataBytes);
     const LSTATUS result = value.Read(pointer.Get(), 0);
-    const bool isDead = value.HasData() ? ClassesKeyMissing(value.Data(), MissingRule::Lenient) : true;
-    if (result == ERROR_NO_MORE_ITEMS || (result == ERROR_SUCCESS && !value.HasName() && isDead))
+    const auto isDead = [&value] {
+        return !value.HasName() &&
+               (!value.HasData() || ClassesKeyMissing(value.Data(), MissingRule::Lenient));
+    };
+    if (result == ERROR_NO_MORE_ITEMS || (result == ERROR_SUCCESS && isDead()))
         entry.Report(value.Name(), value.Data());
 }
 
@@ -115,7 +119,7 @@ void CheckFileTypeLinks() {
         if (!key) return;
         const QueriedText type = QueryText(key.Get(), "", kTypeNameBytes);
         if (!type.text.empty() && ClassesKeyIsNotFound(type.text)) entry.Report("", type.text.c_str());
-        if (HasNoValues(key.Get()) && HasNoSubkeys(key.Get())) entry.Report();
+        if (HoldsNothing(key.Get())) entry.Report();
     });
 }
 

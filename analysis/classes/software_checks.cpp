@@ -118,7 +118,6 @@ void CheckMenuFolder(const StartMenus& menus, const Subkey& entry) {
     if (menus.HoldNeither(entry.name)) entry.Report("", entry.name);
     const CUniqueKey key = OpenForAll(entry.parent, entry.name);
     if (!key) return;
-    const SubkeyWalk inner{"", kNameBytes, false};
     ForEachSubkeyOf(
         key.Get(), entry.path,
         [&menus, &entry](const Subkey& child) {
@@ -126,7 +125,7 @@ void CheckMenuFolder(const StartMenus& menus, const Subkey& entry) {
             // The time is the first level's for its children too.
             ReportRow(child.path.c_str(), entry.writeTime.c_str(), "", child.name);
         },
-        inner);
+        kInnerWalk);
 }
 
 }  // namespace

@@ -89,7 +89,6 @@ void CheckFamilyKey(const Family& family, HKEY key, const Subkey& subkey) {
 void CheckClass(const Subkey& entry) {
     const CUniqueKey classKey = OpenForAll(entry.parent, entry.name);
     if (!classKey) return;
-    const SubkeyWalk inner{"", kNameBytes, false};
     ForEachSubkeyOf(
         classKey.Get(), entry.path,
         [&entry](Subkey subkey) {
@@ -100,7 +99,7 @@ void CheckClass(const Subkey& entry) {
             subkey.writeTime = entry.writeTime;  // rows of a class show the class's own time
             CheckFamilyKey(*family, key.Get(), subkey);
         },
-        inner);
+        kInnerWalk);
 }
 
 }  // namespace

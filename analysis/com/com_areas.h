@@ -9,7 +9,7 @@ inline const CheckArea kInterfaces{HKEY_CLASSES_ROOT, "Interface", R"(\HKEY_CLAS
 inline const CheckArea kTopLevelKeys{HKEY_CLASSES_ROOT, "", R"(\HKEY_CLASSES_ROOT)"};
 
 /// A reader for values of any size; these are the sizes that it starts with.
-[[nodiscard]] inline CValueReader WholeValues() { return {250, 250, TooLarge::Grow}; }
+[[nodiscard]] inline CValueReader WholeValues() { return {kValueNameBytes, kValueDataBytes, TooLarge::Grow}; }
 
 /// A key's first value, read whole.
 struct FirstValue {
@@ -24,9 +24,6 @@ struct FirstValue {
     CValueReader value;
     LSTATUS result;
 };
-
-/// Whether a key holds neither a subkey nor a value.
-[[nodiscard]] inline bool HoldsNothing(HKEY key) { return HasNoSubkeys(key) && HasNoValues(key); }
 
 /// Adds a row for a key below the one that a walk has come to; the time is that one's.
 inline void ReportBelow(const Subkey& entry, const std::string& tail, const char* valueName,

@@ -43,10 +43,12 @@ void CheckHelpFolder(const Subkey& library, const Subkey& version, HKEY versionK
 }
 
 void CheckLocaleModules(const Subkey& library, const Subkey& version, const Subkey& locale) {
+    const CUniqueKey localeKey = OpenForAll(locale.parent, locale.name);
+    if (!localeKey) return;
     for (const char* platform : {"Win16", "Win32"}) {
-        const std::string tail = std::string(locale.name) + "\\" + platform;
-        const CUniqueKey key = OpenForAll(locale.parent, tail.c_str());
+        const CUniqueKey key = OpenForAll(localeKey.Get(), platform);
         if (!key) continue;
+        const std::string tail = std::string(locale.name) + "\\" + platform;
         const FirstValue first(key.Get());
         const bool isKnown = first.result == ERROR_SUCCESS || first.IsAbsent();
         // Without a value the text is empty, and an empty text is never found.
@@ -59,7 +61,6 @@ void CheckLibrary(const Subkey& library) {
     const CUniqueKey libraryKey = OpenForAll(library.parent, library.name);
     if (!libraryKey) return;
     if (HoldsNothing(libraryKey.Get())) library.Report();
-    const SubkeyWalk inner{"", kNameBytes, false};
     ForEachSubkeyOf(
         libraryKey.Get(), library.path,
         [&](const Subkey& version) {
@@ -68,9 +69,9 @@ void CheckLibrary(const Subkey& library) {
             CheckHelpFolder(library, version, versionKey.Get());
             ForEachSubkeyOf(
                 versionKey.Get(), version.path,
-                [&](const Subkey& locale) { CheckLocaleModules(library, version, locale); }, inner);
+                [&](const Subkey& locale) { CheckLocaleModules(library, version, locale); }, kInnerWalk);
         },
-        inner);
+        kInnerWalk);
 }
 
 void CheckTopLevelKey(const Subkey& entry) {

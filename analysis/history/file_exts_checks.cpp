@@ -5,6 +5,7 @@
 #include "analysis/check_walk.h"
 #include "analysis/history/history_areas.h"
 #include "analysis/history/history_checks.h"
+#include "registry/class_reference.h"
 
 namespace {
 
@@ -18,11 +19,6 @@ LSTATUS TryOpen(HKEY parent, const char* subkey) {
 
 bool IsAbsent(HKEY parent, const char* subkey) { return TryOpen(parent, subkey) == ERROR_FILE_NOT_FOUND; }
 
-LSTATUS OpenClass(const char* name) {
-    CUniqueKey key;
-    return ::RegOpenKeyA(HKEY_CLASSES_ROOT, name, key.Receive());
-}
-
 void ReportEmptyDefault(const Subkey& entry, HKEY key) {
     const QueriedText value = QueryText(key, "", kValueDataBytes);
     // Deliberate: an absent default value also reads as an empty text, so it gives both rows.
@@ -35,7 +31,7 @@ void CheckUserChoice(const Subkey& entry, HKEY key) {
     const CUniqueKey choice = OpenForAll(key, "UserChoice");
     if (!choice) return;
     const QueriedText progId = QueryText(choice.Get(), "Progid", kValueDataBytes);
-    if (progId.Succeeded() && OpenClass(progId.text.c_str()) == ERROR_FILE_NOT_FOUND)
+    if (progId.Succeeded() && TryClassesKey(progId.text.c_str()) == ERROR_FILE_NOT_FOUND)
         entry.Report("", progId.text.c_str());
 }
 
@@ -65,7 +61,7 @@ void CheckExtension(const Subkey& entry) {
     const CUniqueKey key = OpenForAll(entry.parent, entry.name);
     if (!key) return;
     const bool hasNoSubkeys = HasNoSubkeys(key.Get());
-    if (hasNoSubkeys && OpenClass(entry.name) == ERROR_SUCCESS) ReportEmptyDefault(entry, key.Get());
+    if (hasNoSubkeys && TryClassesKey(entry.name) == ERROR_SUCCESS) ReportEmptyDefault(entry, key.Get());
     const bool hasApplication = QueryText(key.Get(), "Application", kValueDataBytes).Succeeded();
     if (hasNoSubkeys && !hasApplication) ReportEmptyDefault(entry, key.Get());
     CheckUserChoice(entry, key.Get());

@@ -88,6 +88,7 @@ void ReportOpenedFiles(const Subkey& entry) {
         }
         if (result == ERROR_SUCCESS) entry.Report(value.Name(), value.Type() == REG_SZ ? value.Data() : "");
         ++index;
+        rereadings = 0;
     }
 }
 

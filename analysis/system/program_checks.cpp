@@ -1,7 +1,8 @@
 // Checks of programs' own registrations: paths, uninstall entries, the cache of program details.
 
+#include <memory>
+#include <new>
 #include <string>
-#include <vector>
 
 #include "analysis/check_walk.h"
 #include "analysis/system/cache_record_rules.h"
@@ -37,10 +38,10 @@ void CheckAppPath(const Subkey& entry) {
 }
 
 void CheckReferences(const Subkey& entry, HKEY product) {
-    const QueriedText source = QueryTextExactly(product, "InstallSource", kValueDataBytes);
+    const QueriedText source = QueryTextExactly(product, "InstallSource", kValueDataBytes, &PollCancel);
     if (source.type == REG_SZ && !source.text.empty() && PathIsMissing(source.text))
         entry.Report("InstallSource", source.text.c_str());
-    QueriedText icon = QueryTextExactly(product, "DisplayIcon", kValueDataBytes);
+    QueriedText icon = QueryTextExactly(product, "DisplayIcon", kValueDataBytes, &PollCancel);
     icon.text = icon.text.substr(0, icon.text.find(','));  // the picture's number
     if (icon.type == REG_SZ && !icon.text.empty() && PathIsMissing(icon.text))
         entry.Report("DisplayIcon", icon.text.c_str());
@@ -58,15 +59,15 @@ void CheckProduct(const Subkey& entry) {
     const CUniqueKey product = OpenForAll(entry.parent, entry.name);
     if (!product) return;
     CheckReferences(entry, product.Get());
-    if (QueryTextExactly(product.Get(), "UninstallString", kValueDataBytes).IsAbsent() &&
-        !QueryTextExactly(product.Get(), "SystemComponent", kValueDataBytes).Succeeded())
+    if (QueryTextExactly(product.Get(), "UninstallString", kValueDataBytes, &PollCancel).IsAbsent() &&
+        !QueryTextExactly(product.Get(), "SystemComponent", kValueDataBytes, &PollCancel).Succeeded())
         entry.Report();
-    if (HasNoValues(product.Get()) && HasNoSubkeys(product.Get())) entry.Report();
+    if (HoldsNothing(product.Get())) entry.Report();
     if (HoldsEmptyDefaultOnly(product.Get())) entry.Report();
 }
 
 std::string InCodePage(const std::u16string& path) {
-    char text[2 * kLongestCachedPath + 1] = "";  // a character takes up to two bytes
+    char text[3 * kLongestCachedPath + 1] = "";  // a character takes up to three bytes
     const int length =
         ::WideCharToMultiByte(CP_ACP, 0, reinterpret_cast<const wchar_t*>(path.data()),
                               static_cast<int>(path.size()), text, sizeof text - 1, nullptr, nullptr);
@@ -77,18 +78,18 @@ Walk CheckCacheEntry(const Subkey& entry) {
     const CUniqueKey key = OpenForAll(entry.parent, entry.name);
     if (!key) return Walk::Next;
     DWORD bytes = 0;
-    if (!HasValueNamed(key.Get(), kCacheValue) ||
+    if (FindValueNamed(key.Get(), kCacheValue, &PollCancel) != ERROR_SUCCESS ||
         ::RegQueryValueExA(key.Get(), kCacheValue, nullptr, nullptr, nullptr, &bytes) != ERROR_SUCCESS) {
         ReportUntimed(entry.path.c_str());
         return Walk::Next;
     }
     // Deliberate: an empty record ends the check, and so does one that cannot be read.
     if (bytes == 0) return Walk::Stop;
-    std::vector<unsigned char> record(bytes);
-    if (::RegQueryValueExA(key.Get(), kCacheValue, nullptr, nullptr, record.data(), &bytes) != ERROR_SUCCESS)
+    const std::unique_ptr<unsigned char[]> record(new (std::nothrow) unsigned char[bytes]);
+    if (!record ||
+        ::RegQueryValueExA(key.Get(), kCacheValue, nullptr, nullptr, record.get(), &bytes) != ERROR_SUCCESS)
         return Walk::Stop;
-    record.resize(bytes);
-    const CachedPath cached = CacheRecordPath(record);
+    const CachedPath cached = CacheRecordPath({record.get(), bytes});
     const std::string path = InCodePage(cached.text);
     // The beginning of a path that is too long may name something else.
     if (!cached.isWhole || PathIsMissing(path)) ReportUntimed(entry.path.c_str(), kCacheValue, path.c_str());

@@ -41,7 +41,7 @@ void ReportDeadValues(const CheckArea& area, const char* valueName, DWORD dataBy
     ForEachSubkey(area, [=](const Subkey& entry) {
         const CUniqueKey key = OpenForAll(entry.parent, entry.name);
         if (!key) return;
-        const QueriedText value = QueryTextExactly(key.Get(), valueName, dataBytes);
+        const QueriedText value = QueryTextExactly(key.Get(), valueName, dataBytes, &PollCancel);
         if (value.Succeeded() && isDead(value.text.c_str())) entry.Report(valueName, value.text.c_str());
     });
 }

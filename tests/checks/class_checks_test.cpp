@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "call_hook.h"
 #include "check_support.h"
 
 namespace {
@@ -202,4 +203,35 @@ TEST_CASE("file-type keys that hold a value, other names and keys without write 
     registry.Add(HKEY_CLASSES_ROOT, "a.b");
     registry.MakeReadOnly(registry.Add(HKEY_CLASSES_ROOT, ".readonly"));
     CHECK(RowsOf(&CheckEmptyFileTypes).empty());
+}
+
+namespace {
+
+LSTATUS WINAPI AnswerNoMoreItems(HKEY, LPCSTR, LPDWORD, LPDWORD, LPBYTE, LPDWORD) {
+    return ERROR_NO_MORE_ITEMS;
+}
+
+LSTATUS WINAPI AnswerNotFound(HKEY, DWORD, LPSTR, LPDWORD, LPDWORD, LPDWORD, LPBYTE, LPDWORD) {
+    return ERROR_FILE_NOT_FOUND;
+}
+
+}  // namespace
+
+// No system answers so; the calls are replaced to show that the answers count.
+
+TEST_CASE("an icon whose query answers that there are no more items is reported") {
+    CScratchRegistry registry;
+    registry.AddText(HKEY_CLASSES_ROOT, "Some.Class\\DefaultIcon", "", "icon");
+    const CCallHook hook("RegQueryValueExA",
+                         reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&AnswerNoMoreItems)));
+    CHECK(RowsOf(&CheckClassKeys) == "\\HKEY_CLASSES_ROOT\\Some.Class\\DefaultIcon|||\n");
+}
+
+TEST_CASE("a class whose first value is answered as not found is reported like one without a value") {
+    CScratchRegistry registry;
+    registry.AddText(HKEY_CLASSES_ROOT, "Some.Class", "", "text");
+    CHECK(RowsOf(&CheckClassKeys).empty());
+    const CCallHook hook("RegEnumValueA",
+                         reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&AnswerNotFound)));
+    CHECK(RowsOf(&CheckClassKeys) == "\\HKEY_CLASSES_ROOT\\Some.Class|||\n");
 }

@@ -110,6 +110,8 @@ TEST_CASE("keys of a type library that grant reading alone are passed over") {
         registry.MakeReadOnly(registry.Add(HKEY_CLASSES_ROOT, std::string("TypeLib\\") + path));
     registry.Add(HKEY_CLASSES_ROOT, "TypeLib\\{C}\\1.0\\HELPDIR");
     registry.MakeReadOnly(registry.Add(HKEY_CLASSES_ROOT, "TypeLib\\{C}\\1.0"));
+    registry.Add(HKEY_CLASSES_ROOT, "TypeLib\\{D}\\1.0\\9\\Win32");
+    registry.MakeReadOnly(registry.Add(HKEY_CLASSES_ROOT, "TypeLib\\{D}\\1.0\\9"));
     registry.Add(HKEY_CLASSES_ROOT, "TypeLib\\{L}\\1.0\\0\\Win32");
     CHECK(RowsOf(&CheckTypeLibraries) == kVersion + "\\0\\Win32|timed||\n");
 }

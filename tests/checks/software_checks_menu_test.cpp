@@ -89,3 +89,20 @@ TEST_CASE("rows of subfolders show the write time of the first level") {
 }
 
 TEST_CASE("no order is kept: nothing is reported") { CHECK(RowsOf(&CheckStartMenuOrder).empty()); }
+
+TEST_CASE("order in a key that grants reading alone is not looked at") {
+    CAreaKey order(HKEY_CURRENT_USER, kOrder);
+    CScratchKey inside(HKEY_CURRENT_USER, std::string(kOrder) + "\\VellumorTestParent");
+    (void)inside.Add("VellumorTestChild");
+    inside.Restrict(inside.Get(), KEY_READ);
+    // The folder's own name is known from the list above it; what is below is not looked at.
+    CHECK(RowsOf(&CheckStartMenuOrder) == RowOf("VellumorTestParent", "VellumorTestParent"));
+}
+
+TEST_CASE("a cancel ends the check of the start menu's order") {
+    CAreaKey order(HKEY_CURRENT_USER, kOrder);
+    order.Add("VellumorTestA");
+    order.Add("VellumorTestB");
+    CHECK(RowsWhenCanceledAtFirstRow(&CheckStartMenuOrder) == RowOf("VellumorTestA", "VellumorTestA"));
+    DemandNothingAfterCancel(&CheckStartMenuOrder);
+}

@@ -50,6 +50,13 @@ LSTATUS WINAPI QuerySizeOnly(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD ty
     return ERROR_ACCESS_DENIED;
 }
 
+/// Says that data are larger than any memory, and counts who asks for them all the same.
+LSTATUS WINAPI QueryHugeSize(HKEY, LPCSTR, LPDWORD, LPDWORD, LPBYTE data, LPDWORD bytes) {
+    if (data != nullptr) ++g_readsOfData;
+    *bytes = 0xFFFFFFF0;
+    return data == nullptr ? ERROR_SUCCESS : ERROR_ACCESS_DENIED;
+}
+
 }  // namespace
 
 TEST_CASE("a record of a program that is there gives no row") {
@@ -94,6 +101,20 @@ TEST_CASE("a record that cannot be read ends the check") {
         rows = RowsOf(&CheckArpCache);
     }
     CHECK(g_readsOfData == 1);
+    CHECK(rows == Lines({one.area.Untimed("A", "", "")}));
+}
+
+TEST_CASE("a record that no memory can hold ends the check, and not the program") {
+    ArpCache one;
+    (void)one.area.Key("A");
+    one.AddRecord("B", Record("C:\\gone\\b.exe"));
+    (void)one.area.Key("C");
+    std::string rows;
+    {
+        const CCallHook hook("RegQueryValueExA",
+                             reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&QueryHugeSize)));
+        rows = RowsOf(&CheckArpCache);
+    }
     CHECK(rows == Lines({one.area.Untimed("A", "", "")}));
 }
 

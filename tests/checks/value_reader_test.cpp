@@ -165,13 +165,28 @@ TEST_CASE("an exact query wants the name's own letter case") {
     const CScratchKey key;
     SetText(key.Get(), "Name", "x");
     SetText(key.Get(), "a large value in front", std::string(5000, 'y'));
-    CHECK(HasValueNamed(key.Get(), "Name"));
-    CHECK_FALSE(HasValueNamed(key.Get(), "name"));
-    CHECK_FALSE(HasValueNamed(key.Get(), "Nam"));
-    CHECK_FALSE(HasValueNamed(key.Get(), ""));
-    CHECK(QueryTextExactly(key.Get(), "Name", 10).text == "x");
-    CHECK(QueryTextExactly(key.Get(), "name", 10).IsAbsent());
-    CHECK(QueryTextExactly(key.Get(), "Name", 1).result == ERROR_MORE_DATA);
+    const CancelPoll goOn = [] {};
+    CHECK(FindValueNamed(key.Get(), "Name", goOn) == ERROR_SUCCESS);
+    CHECK(FindValueNamed(key.Get(), "name", goOn) == ERROR_FILE_NOT_FOUND);
+    CHECK(FindValueNamed(key.Get(), "Nam", goOn) == ERROR_FILE_NOT_FOUND);
+    CHECK(FindValueNamed(key.Get(), "", goOn) == ERROR_FILE_NOT_FOUND);
+    CHECK(QueryTextExactly(key.Get(), "Name", 10, goOn).text == "x");
+    CHECK(QueryTextExactly(key.Get(), "name", 10, goOn).IsAbsent());
+    CHECK(QueryTextExactly(key.Get(), "Name", 1, goOn).result == ERROR_MORE_DATA);
+}
+
+TEST_CASE("an exact query polls before each value, and a key that is gone is not a key without the value") {
+    CScratchKey key;
+    SetText(key.Get(), "a", "x");
+    SetText(key.Get(), "b", "x");
+    static int polls;
+    polls = 0;
+    CHECK(FindValueNamed(key.Get(), "c", [] { ++polls; }) == ERROR_FILE_NOT_FOUND);
+    CHECK(polls == 3);
+    const HKEY gone = key.Add("gone");
+    REQUIRE(::RegDeleteKeyA(key.Get(), "gone") == ERROR_SUCCESS);
+    CHECK(FindValueNamed(gone, "c", [] {}) == ERROR_KEY_DELETED);
+    CHECK_FALSE(QueryTextExactly(gone, "c", 10, [] {}).IsAbsent());
 }
 
 TEST_CASE("a key without subkeys and one without values are told apart") {
