@@ -2,6 +2,13 @@
 
 #include <cstring>
 
+#include "registry/key_path.h"
+
+CheckArea AreaAt(const char* path) {
+    const char* subkey = std::strchr(path + 1, '\\');
+    return {SplitKeyPath(path).value().root, subkey != nullptr ? subkey + 1 : "", path};
+}
+
 CUniqueKey OpenForAll(HKEY parent, const char* subkey) {
     CUniqueKey key;
     if (OpenKey(parent, subkey, kAllAccess, key) != ERROR_SUCCESS) return {};

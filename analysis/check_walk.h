@@ -8,6 +8,7 @@
 
 #include "analysis/report.h"
 #include "platform/owners.h"
+#include "registry/key_path_rules.h"
 #include "registry/registry_access.h"
 #include "registry/value_reader.h"
 
@@ -17,6 +18,9 @@ struct CheckArea {
     const char* subkey;  // "" for the root itself
     const char* path;    // key path
 };
+
+/// The area at a key path, whose root is one of the predefined ones. The path must last, as a literal does.
+[[nodiscard]] CheckArea AreaAt(const char* path);
 
 /// Buffer sizes in bytes that checks read with, where nothing else is said. A larger value is passed over, so
 /// these decide what is seen.
@@ -78,7 +82,8 @@ void ForEachSubkeyOf(HKEY key, const std::string& path, Visit visit, const Subke
     for (DWORD index = 0; NextSubkey(key, index, walk, name, written); ++index) {
         PollCancel();
         if (name[0] == '\0') continue;
-        const Subkey subkey{key, name, path + "\\" + name + walk.tail, FileTimeText(written).value_or("")};
+        const Subkey subkey{key, name, JoinKeyPath(path, name) + walk.tail,
+                            FileTimeText(written).value_or("")};
         if (walk.showsProgress) ReportProgress(subkey.path.c_str());
         if (CallVisitor(visit, subkey) == Walk::Stop) return;
     }

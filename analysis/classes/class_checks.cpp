@@ -8,10 +8,9 @@
 
 namespace {
 
-const CheckArea kClassesRoot{HKEY_CLASSES_ROOT, "", R"(\HKEY_CLASSES_ROOT)"};
-const CheckArea kMimeTypes{HKEY_CLASSES_ROOT, R"(MIME\Database\Content Type)",
-                           R"(\HKEY_CLASSES_ROOT\MIME\Database\Content Type)"};
-const CheckArea kAppIds{HKEY_CLASSES_ROOT, "AppID", R"(\HKEY_CLASSES_ROOT\AppID)"};
+const CheckArea kClassesRoot = AreaAt(R"(\HKEY_CLASSES_ROOT)");
+const CheckArea kMimeTypes = AreaAt(R"(\HKEY_CLASSES_ROOT\MIME\Database\Content Type)");
+const CheckArea kAppIds = AreaAt(R"(\HKEY_CLASSES_ROOT\AppID)");
 
 constexpr DWORD kVerbNameBytes = 100;
 constexpr DWORD kIconDataBytes = 100;

@@ -12,45 +12,34 @@
 
 namespace {
 
-const CheckArea kRun{HKEY_LOCAL_MACHINE, R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Run)",
-                     R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Run)"};
-const CheckArea kUserSoftware{HKEY_CURRENT_USER, "Software", R"(\HKEY_CURRENT_USER\Software)"};
-const CheckArea kMachineSoftware{HKEY_LOCAL_MACHINE, "Software", R"(\HKEY_LOCAL_MACHINE\Software)"};
-const CheckArea kMuiCache{HKEY_CURRENT_USER, R"(SOFTWARE\Microsoft\Windows\ShellNoRoam\MUICache)",
-                          R"(\HKEY_CURRENT_USER\SOFTWARE\Microsoft\Windows\ShellNoRoam\MUICache)"};
-const CheckArea kUrlHistory{
-    HKEY_LOCAL_MACHINE, R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Internet Settings\Url History)",
-    R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Internet Settings\Url History)"};
-const CheckArea kBrowserMain{HKEY_LOCAL_MACHINE, R"(SOFTWARE\Microsoft\Internet Explorer\Main)",
-                             R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Internet Explorer\Main)"};
-const CheckArea kMenuOrder{
-    HKEY_CURRENT_USER, R"(Software\Microsoft\Windows\CurrentVersion\Explorer\MenuOrder\Start Menu\Programs)",
-    R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\MenuOrder\Start Menu\Programs)"};
+const CheckArea kRun = AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Run)");
+const CheckArea kUserSoftware = AreaAt(R"(\HKEY_CURRENT_USER\Software)");
+const CheckArea kMachineSoftware = AreaAt(R"(\HKEY_LOCAL_MACHINE\Software)");
+const CheckArea kMuiCache = AreaAt(R"(\HKEY_CURRENT_USER\SOFTWARE\Microsoft\Windows\ShellNoRoam\MUICache)");
+const CheckArea kUrlHistory =
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Internet Settings\Url History)");
+const CheckArea kBrowserMain = AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Internet Explorer\Main)");
+const CheckArea kMenuOrder = AreaAt(
+    R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\MenuOrder\Start Menu\Programs)");
 
 /// An area whose subkeys each name a file or folder in one value.
 struct FolderValue {
     CheckArea area;
     const char* value;
 };
-const FolderValue kMediaTracing{{HKEY_CURRENT_USER, R"(SOFTWARE\Microsoft\Tracing\LccMedia)",
-                                 R"(\HKEY_CURRENT_USER\SOFTWARE\Microsoft\Tracing\LccMedia)"},
+const FolderValue kMediaTracing{AreaAt(R"(\HKEY_CURRENT_USER\SOFTWARE\Microsoft\Tracing\LccMedia)"),
                                 "FileDirectory"};
 const FolderValue kCdProviders{
-    {HKEY_LOCAL_MACHINE, R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Applets\DeluxeCD\Providers)",
-     R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Applets\DeluxeCD\Providers)"},
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Applets\DeluxeCD\Providers)"),
     "ProviderLogo"};
 const FolderValue kCachePaths{
-    {HKEY_LOCAL_MACHINE, R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Internet Settings\Cache\Paths)",
-     R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Internet Settings\Cache\Paths)"},
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Internet Settings\Cache\Paths)"),
     "CachePath"};
 
 const CheckArea kInstallerAreas[] = {
-    {HKEY_LOCAL_MACHINE, R"(SOFTWARE\Classes\Installer\Products)",
-     R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Classes\Installer\Products)"},
-    {HKEY_LOCAL_MACHINE, R"(SOFTWARE\Classes\Installer\Patches)",
-     R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Classes\Installer\Patches)"},
-    {HKEY_CURRENT_USER, R"(SOFTWARE\Microsoft\Installer\Products)",
-     R"(\HKEY_CURRENT_USER\SOFTWARE\Microsoft\Installer\Products)"},
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Classes\Installer\Products)"),
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Classes\Installer\Patches)"),
+    AreaAt(R"(\HKEY_CURRENT_USER\SOFTWARE\Microsoft\Installer\Products)"),
 };
 constexpr DWORD kInstallerNameBytes = 100;
 constexpr DWORD kSourceDataBytes = 100;

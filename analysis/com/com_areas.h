@@ -3,10 +3,10 @@
 #include "analysis/check_walk.h"
 #include "registry/value_reader.h"
 
-inline const CheckArea kClassIds{HKEY_CLASSES_ROOT, "CLSID", R"(\HKEY_CLASSES_ROOT\CLSID)"};
-inline const CheckArea kTypeLibs{HKEY_CLASSES_ROOT, "TypeLib", R"(\HKEY_CLASSES_ROOT\TypeLib)"};
-inline const CheckArea kInterfaces{HKEY_CLASSES_ROOT, "Interface", R"(\HKEY_CLASSES_ROOT\Interface)"};
-inline const CheckArea kTopLevelKeys{HKEY_CLASSES_ROOT, "", R"(\HKEY_CLASSES_ROOT)"};
+inline const CheckArea kClassIds = AreaAt(R"(\HKEY_CLASSES_ROOT\CLSID)");
+inline const CheckArea kTypeLibs = AreaAt(R"(\HKEY_CLASSES_ROOT\TypeLib)");
+inline const CheckArea kInterfaces = AreaAt(R"(\HKEY_CLASSES_ROOT\Interface)");
+inline const CheckArea kTopLevelKeys = AreaAt(R"(\HKEY_CLASSES_ROOT)");
 
 /// A reader for values of any size; these are the sizes that it starts with.
 [[nodiscard]] inline CValueReader WholeValues() { return {kValueNameBytes, kValueDataBytes, TooLarge::Grow}; }
@@ -28,5 +28,5 @@ struct FirstValue {
 /// Adds a row for a key below the one that a walk has come to; the time is that one's.
 inline void ReportBelow(const Subkey& entry, const std::string& tail, const char* valueName,
                         const char* data) {
-    ReportRow((entry.path + "\\" + tail).c_str(), entry.writeTime.c_str(), valueName, data);
+    ReportRow(JoinKeyPath(entry.path, tail).c_str(), entry.writeTime.c_str(), valueName, data);
 }

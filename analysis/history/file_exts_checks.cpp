@@ -3,14 +3,13 @@
 #include <string>
 
 #include "analysis/check_walk.h"
-#include "analysis/history/history_areas.h"
 #include "analysis/history/history_checks.h"
 #include "registry/class_reference.h"
 
 namespace {
 
 const CheckArea kFileExts =
-    UserArea(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\FileExts)");
+    AreaAt(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\FileExts)");
 
 LSTATUS TryOpen(HKEY parent, const char* subkey) {
     CUniqueKey key;

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "analysis/check_walk.h"
-#include "analysis/history/history_areas.h"
 #include "analysis/history/user_assist_rules.h"
 #include "registry/key_tree.h"
 
@@ -19,32 +18,32 @@ struct HistoryList {
     Column data;
 };
 
-const HistoryList kTypedUrls{UserArea(R"(\HKEY_CURRENT_USER\Software\Microsoft\Internet Explorer\TypedURLs)"),
+const HistoryList kTypedUrls{AreaAt(R"(\HKEY_CURRENT_USER\Software\Microsoft\Internet Explorer\TypedURLs)"),
                              Filter::Texts, Column::Text};
 const HistoryList kLastVisitedMru{
-    UserArea(
+    AreaAt(
         R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\ComDlg32\LastVisitedMRU)"),
     Filter::NamedValues, Column::Empty};
 const HistoryList kOpenSaveMru{
-    UserArea(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\ComDlg32\OpenSaveMRU)"),
+    AreaAt(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\ComDlg32\OpenSaveMRU)"),
     Filter::NamedTexts, Column::Text};
 const HistoryList kRecentDocs{
-    UserArea(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\RecentDocs)"),
+    AreaAt(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\RecentDocs)"),
     Filter::NamedValues, Column::Empty};
 const HistoryList kRunMru{
-    UserArea(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\RunMRU)"),
+    AreaAt(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\RunMRU)"),
     Filter::NamedValues, Column::Empty};
 const HistoryList kStreamMru{
-    UserArea(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\StreamMRU)"),
+    AreaAt(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\StreamMRU)"),
     Filter::NamedValues, Column::Empty};
 const HistoryList kWallpaperMru{
-    UserArea(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\Wallpaper\MRU)"),
+    AreaAt(R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\Wallpaper\MRU)"),
     Filter::NamedValues, Column::Empty};
 
 const CheckArea kUsageCounters[] = {
-    UserArea(
+    AreaAt(
         R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\UserAssist\{75048700-EF1F-11D0-9888-006097DEACF9}\Count)"),
-    UserArea(
+    AreaAt(
         R"(\HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Explorer\UserAssist\{5E6AB780-7743-11CF-A12B-00AA004AE837}\Count)"),
 };
 

@@ -6,18 +6,17 @@
 
 #include "analysis/check_walk.h"
 #include "analysis/system/cache_record_rules.h"
-#include "analysis/system/machine_area.h"
 #include "analysis/system/system_checks.h"
 #include "registry/file_reference.h"
 
 namespace {
 
 const CheckArea kAppPaths =
-    MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths)");
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths)");
 const CheckArea kUninstall =
-    MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall)");
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall)");
 const CheckArea kArpCache =
-    MachineArea(R"(\HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Management\ARPCache)");
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Management\ARPCache)");
 
 constexpr char kCacheValue[] = "SlowInfoCache";
 

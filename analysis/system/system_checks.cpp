@@ -7,31 +7,29 @@
 #include <string>
 
 #include "analysis/check_walk.h"
-#include "analysis/system/machine_area.h"
 #include "registry/file_reference.h"
 
 namespace {
 
-const CheckArea kFonts =
-    MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\Fonts)");
-const CheckArea kFirewall = MachineArea(
+const CheckArea kFonts = AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows NT\CurrentVersion\Fonts)");
+const CheckArea kFirewall = AreaAt(
     R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\SharedAccess\Parameters\FirewallPolicy\StandardProfile\AuthorizedApplications\List)");
-const CheckArea kTracing = MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Tracing)");
+const CheckArea kTracing = AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Tracing)");
 const CheckArea kApplicationEvents =
-    MachineArea(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\Eventlog\Application)");
-const CheckArea kServices = MachineArea(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services)");
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\Eventlog\Application)");
+const CheckArea kServices = AreaAt(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services)");
 const CheckArea kSystemEvents =
-    MachineArea(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\Eventlog\System)");
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\Eventlog\System)");
 const CheckArea kTrustPackages =
-    MachineArea(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\WinTrust\SubjectPackages)");
-const CheckArea kTemplateMacros = MachineArea(
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SYSTEM\CurrentControlSet\Services\WinTrust\SubjectPackages)");
+const CheckArea kTemplateMacros = AreaAt(
     R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Explorer\WebView\TemplateMacros)");
 const CheckArea kInstallerFolders =
-    MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Installer\Folders)");
-const CheckArea kHelp = MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\Help)");
-const CheckArea kHtmlHelp = MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\Html Help)");
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\Installer\Folders)");
+const CheckArea kHelp = AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\Help)");
+const CheckArea kHtmlHelp = AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\Html Help)");
 const CheckArea kSharedDlls =
-    MachineArea(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\SharedDlls)");
+    AreaAt(R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Microsoft\Windows\CurrentVersion\SharedDlls)");
 
 constexpr DWORD kTraceFolderBytes = 100;
 
