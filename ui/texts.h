@@ -14,4 +14,13 @@ inline constexpr char kAnalyzeCanceled[] = "Registry analyzing canceled, ";
 inline constexpr char kEntriesFound[] = " invalid entries found.";
 inline constexpr char kNoEntryFound[] = "no invalid entry found.";
 
+inline constexpr char kRepairUndone[] = "Repair made on ";
+inline constexpr char kRecovered[] = " recovered successfully.";
+
+inline constexpr char kColumnDate[] = "Year/Month/Day/Hour:Minute:Second";
+inline constexpr char kAskDeleteEnd[] = " ?";
+inline constexpr char kDeletedEnd[] = " deleted successfully.";
+inline constexpr char kAskDeleteSelected[] = "Delete the selected ";
+inline constexpr char kDeletedSelected[] = "The selected ";
+
 }  // namespace texts

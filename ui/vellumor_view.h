@@ -37,6 +37,7 @@ protected:
 private:
     // Commands.
     void OnAnalyze();
+    void OnUndo();
     void OnCheck();
     void OnCheckAll();
     void OnUncheck();
@@ -67,6 +68,7 @@ private:
     [[nodiscard]] bool IsCanceled() const;
 
     void OpenRegistryEditorAtRow(int row);
+    [[nodiscard]] HWND OwnerWindow() const { return ::GetAncestor(GetSafeHwnd(), GA_ROOT); }
 
     CUniqueHandle m_cancelEvent;  // manual-reset; signalled: stop
     CUniqueHandle m_worker;       // the stage thread started last

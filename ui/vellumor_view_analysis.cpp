@@ -40,7 +40,7 @@ void CVellumorView::OnAnalyze() {
 
     CParameter parameter;
     StartStage(0, &parameter);
-    if (dialog.DoModal(::GetAncestor(GetSafeHwnd(), GA_ROOT)) == IDCANCEL) ::SetEvent(m_cancelEvent.Get());
+    if (dialog.DoModal(OwnerWindow()) == IDCANCEL) ::SetEvent(m_cancelEvent.Get());
     if (!IsCanceled()) g_analysisChannel.hLastKeyEdit = dialog.GetDlgItem(IDC_LAST_KEY);
     m_batch.Show();
 }

@@ -1,0 +1,53 @@
+#include "repair/undo_files.h"
+
+#include <windows.h>
+
+#include "platform/host_services.h"
+#include "platform/local_time.h"
+#include "platform/owners.h"
+#include "platform/program_folder.h"
+#include "repair/undo_name_rules.h"
+
+namespace {
+
+std::string UndoFilePath(const std::string& name) { return UndoFolder() + "\\" + name; }
+
+std::string RegistryEditor() {
+    char folder[MAX_PATH] = "";
+    const UINT length = ::GetWindowsDirectoryA(folder, sizeof folder);
+    return std::string(folder, length < sizeof folder ? length : 0) + "\\regedit.exe";
+}
+
+bool FileExists(const std::string& path) {
+    return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+}  // namespace
+
+std::string UndoFolder() { return ProgramFolder() + "\\Undo"; }
+
+std::string MakeUndoFileName() {
+    ::CreateDirectoryA(UndoFolder().c_str(), nullptr);
+    return UndoFilePath(LocalTimeName() + kUndoFileEnding);
+}
+
+std::vector<std::string> FindUndoFiles() {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAA entry;
+    const CUniqueFind search(::FindFirstFileA(UndoFilePath("*.reg").c_str(), &entry));
+    if (!search) return names;
+    do {
+        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) names.emplace_back(entry.cFileName);
+    } while (::FindNextFileA(search.Get(), &entry) != FALSE);
+    return names;
+}
+
+bool DeleteUndoFile(const std::string& name) { return ::DeleteFileA(UndoFilePath(name).c_str()) != FALSE; }
+
+bool ReplayUndoFile(const std::string& name) {
+    std::string command = RegistryEditor();
+    // Without an editor there is nothing that could take the file: the start of the bare name then fails.
+    if (FileExists(command)) command += " /s \"" + UndoFilePath(name) + "\"";
+    constexpr UINT kLastError = 31;
+    return SystemActions().RunProgram(command.c_str(), SW_HIDE) > kLastError;
+}

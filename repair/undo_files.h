@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// The folder of the undo files, beside the program, without a trailing backslash.
+[[nodiscard]] std::string UndoFolder();
+
+/// Names a new undo file by the local time and makes its folder; the file itself is made by the first export.
+/// @return the full path, as in "D:\Tools\Undo\2009.05.14.16.03.27.reg".
+[[nodiscard]] std::string MakeUndoFileName();
+
+/// The names of the undo files that are there, without folder, in the order of the file search.
+[[nodiscard]] std::vector<std::string> FindUndoFiles();
+
+/// Deletes an undo file. @param name  without folder. @return whether it is gone.
+[[nodiscard]] bool DeleteUndoFile(const std::string& name);
+
+/// Starts the system's registry editor, hidden, to write back what an undo file holds. Its end is not waited
+/// for, and the file is kept.
+/// @param name  without folder.
+/// @return whether the editor has been started.
+[[nodiscard]] bool ReplayUndoFile(const std::string& name);
