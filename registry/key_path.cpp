@@ -3,12 +3,15 @@
 #include "registry/key_path_rules.h"
 #include "registry/registry_access.h"
 
+HKEY RootHandle(std::uint32_t number) {
+    // Predefined handles are sign-extended where pointers are longer than their 32 bits.
+    return reinterpret_cast<HKEY>(static_cast<LONG_PTR>(static_cast<LONG>(number)));
+}
+
 std::optional<KeyLocation> SplitKeyPath(std::string_view path) {
     const SplitPath split = SplitKeyPathText(path);
     if (!split.root) return std::nullopt;
-    // Predefined handles are sign-extended where pointers are longer than their 32 bits.
-    const auto handle = static_cast<LONG_PTR>(static_cast<LONG>(*split.root));
-    return KeyLocation{reinterpret_cast<HKEY>(handle), split.subkey.value_or(std::string())};
+    return KeyLocation{RootHandle(*split.root), split.subkey.value_or(std::string())};
 }
 
 std::optional<std::string> FormatWriteTime(std::string_view path) {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,9 @@ struct KeyLocation {
     HKEY root;
     std::string subkey;  // empty: the root itself
 };
+
+/// The predefined handle of a root that the root table numbers.
+[[nodiscard]] HKEY RootHandle(std::uint32_t number);
 
 /// Turns "\HKEY_CURRENT_USER\a\b" into root and subkey; nothing for a root name that is not one of the seven
 /// long names exactly.

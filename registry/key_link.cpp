@@ -1,0 +1,69 @@
+#include "registry/key_link.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace {
+
+// Keys by their handles: the documented registry calls know names only, and by a link's name they reach the
+// key behind it.
+constexpr int kKeyNameInformation = 3;
+using NtDeleteKeyProc = LONG(WINAPI*)(HANDLE key);
+using NtQueryKeyProc = LONG(WINAPI*)(HANDLE key, int what, void* answer, ULONG size, ULONG* needed);
+using StatusToErrorProc = ULONG(WINAPI*)(LONG status);
+
+template <class Proc>
+Proc SystemProc(const char* name) {
+    const HMODULE library = ::GetModuleHandleA("ntdll.dll");
+    return reinterpret_cast<Proc>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
+}
+
+LSTATUS DeleteOpenedKey(HKEY key) {
+    static const auto deleteKey = SystemProc<NtDeleteKeyProc>("NtDeleteKey");
+    static const auto toError = SystemProc<StatusToErrorProc>("RtlNtStatusToDosError");
+    if (deleteKey == nullptr || toError == nullptr) return ERROR_PROC_NOT_FOUND;
+    const LONG status = deleteKey(key);
+    return status >= 0 ? ERROR_SUCCESS : static_cast<LSTATUS>(toError(status));
+}
+
+/// The key's name in the system's object tree, behind its length; empty where it is not told.
+std::wstring ObjectName(HKEY key) {
+    static const auto queryKey = SystemProc<NtQueryKeyProc>("NtQueryKey");
+    constexpr ULONG kLongestName = 0x10000 + sizeof(ULONG);
+    std::vector<unsigned char> answer(kLongestName);
+    ULONG needed = 0;
+    if (queryKey == nullptr || queryKey(key, kKeyNameInformation, answer.data(), kLongestName, &needed) < 0)
+        return {};
+    const ULONG bytes = *reinterpret_cast<const ULONG*>(answer.data());
+    return {reinterpret_cast<const wchar_t*>(answer.data() + sizeof(ULONG)), bytes / sizeof(wchar_t)};
+}
+
+}  // namespace
+
+LSTATUS OpenKeyItself(HKEY parent, const char* subkey, REGSAM access, CUniqueKey& key) {
+    return ::RegOpenKeyExA(parent, subkey, REG_OPTION_OPEN_LINK, access, key.Receive());
+}
+
+bool IsLink(HKEY key) {
+    DWORD type = REG_NONE;
+    return ::RegQueryValueExA(key, "SymbolicLinkValue", nullptr, &type, nullptr, nullptr) == ERROR_SUCCESS &&
+           type == REG_LINK;
+}
+
+LSTATUS DeleteKeyItself(HKEY parent, const char* subkey) {
+    CUniqueKey key;
+    if (OpenKeyItself(parent, subkey, DELETE | KEY_QUERY_VALUE, key) == ERROR_SUCCESS) {
+        if (IsLink(key.Get())) return DeleteOpenedKey(key.Get());
+        key.Reset();
+        return ::RegDeleteKeyA(parent, subkey);
+    }
+    // What cannot be read may be a link, so it goes by its handle and not by its name.
+    const LSTATUS opened = OpenKeyItself(parent, subkey, DELETE, key);
+    return opened == ERROR_SUCCESS ? DeleteOpenedKey(key.Get()) : opened;
+}
+
+bool IsSameKey(HKEY one, HKEY other) {
+    const std::wstring name = ObjectName(one);
+    return !name.empty() && ::lstrcmpiW(name.c_str(), ObjectName(other).c_str()) == 0;
+}

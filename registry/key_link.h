@@ -1,0 +1,20 @@
+#pragma once
+
+#include <windows.h>
+
+#include "platform/owners.h"
+
+/// Opens a key by its parent and name. Of a symbolic link the link itself is opened, never the key that it
+/// leads to; links further up in a path are followed.
+[[nodiscard]] LSTATUS OpenKeyItself(HKEY parent, const char* subkey, REGSAM access, CUniqueKey& key);
+
+/// Whether a key is a symbolic link.
+/// @param key  opened by OpenKeyItself with KEY_QUERY_VALUE.
+[[nodiscard]] bool IsLink(HKEY key);
+
+/// Deletes a key that has no subkeys; of a symbolic link the link, never the key that it leads to.
+/// @return the system's code, as of RegDeleteKeyA.
+[[nodiscard]] LSTATUS DeleteKeyItself(HKEY parent, const char* subkey);
+
+/// Whether two open keys are one key of the system; false where it does not tell.
+[[nodiscard]] bool IsSameKey(HKEY one, HKEY other);
