@@ -19,11 +19,14 @@ vellumor_add_test(rules)
 # What tests of the platform-facing code share: scratch keys and folders, a stand-in for the view.
 file(GLOB support_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/support/*.cpp)
 add_library(vellumor_test_support STATIC ${support_sources})
-target_link_libraries(vellumor_test_support PUBLIC vellumor_analysis vellumor_doctest)
+target_link_libraries(vellumor_test_support PUBLIC vellumor_analysis vellumor_repair vellumor_doctest)
 
 vellumor_test_program(windows vellumor_test_support vellumor_framework)
 if(EXISTS ${PROJECT_SOURCE_DIR}/tests/checks/main.cpp)
     vellumor_test_program(checks vellumor_test_support)
+endif()
+if(EXISTS ${PROJECT_SOURCE_DIR}/tests/repair/main.cpp)
+    vellumor_test_program(repair vellumor_test_support)
 endif()
 vellumor_test_program(ui vellumor_app $<TARGET_OBJECTS:vellumor_resources>)
 

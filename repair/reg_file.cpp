@@ -1,0 +1,142 @@
+#include "repair/reg_file.h"
+
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+#include "registry/key_link.h"
+#include "registry/key_path.h"
+#include "repair/export_text_rules.h"
+
+namespace {
+
+constexpr REGSAM kExportAccess = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS;
+static_assert(kExportAccess == 9);
+
+// These sizes decide where a key's block ends early.
+constexpr DWORD kValueNameBytes = 256;
+constexpr DWORD kValueDataBytes = 16384;
+constexpr DWORD kSubkeyNameBytes = 256;
+
+class CFileSink : public CByteSink {
+public:
+    explicit CFileSink(HANDLE file) : m_file(file) {}
+
+    [[nodiscard]] bool Write(const char* bytes, std::size_t count) override {
+        DWORD written = 0;
+        return ::WriteFile(m_file, bytes, static_cast<DWORD>(count), &written, nullptr) != FALSE;
+    }
+
+private:
+    HANDLE m_file;
+};
+
+/// One export under way: its text and the buffers that every value is read into.
+class CExport {
+public:
+    explicit CExport(CByteSink& sink) : m_text(sink) {}
+
+    [[nodiscard]] CExportText& Text() { return m_text; }
+
+    void WriteBranch(HKEY key, std::string_view path) {
+        m_path = path;
+        WriteBranchAtPath(key);
+    }
+
+private:
+    void WriteBranchAtPath(HKEY key) {
+        m_text.WriteKeyLine(m_path);
+        const LSTATUS end = WriteValues(key);
+        m_text.WriteBlankLine();
+        // Deliberate: a key whose values could not all be read is left without its subkeys, too.
+        if (end == ERROR_NO_MORE_ITEMS) WriteSubkeys(key);
+    }
+
+    [[nodiscard]] LSTATUS WriteValues(HKEY key) {
+        for (DWORD index = 0;; ++index) {
+            std::memset(m_data, 0, sizeof m_data);
+            DWORD nameBytes = sizeof m_name;
+            DWORD dataBytes = sizeof m_data;
+            DWORD type = REG_NONE;
+            const LSTATUS result =
+                ::RegEnumValueA(key, index, m_name, &nameBytes, nullptr, &type, m_data, &dataBytes);
+            if (result != ERROR_SUCCESS) return result;
+            const std::string_view name(m_name, nameBytes);
+            m_text.WriteValue(name.substr(0, name.find('\0')), type, {m_data, dataBytes});
+        }
+    }
+
+    void WriteSubkeys(HKEY key) {
+        const std::size_t length = m_path.size();
+        char name[kSubkeyNameBytes];
+        for (DWORD index = 0; ::RegEnumKeyA(key, index, name, sizeof name) == ERROR_SUCCESS; ++index) {
+            CUniqueKey subkey;
+            if (OpenKeyItself(key, name, kExportAccess, subkey) != ERROR_SUCCESS) continue;
+            m_path += '\\';
+            m_path += name;
+            WriteBranchAtPath(subkey.Get());
+            m_path.resize(length);
+        }
+    }
+
+    CExportText m_text;
+    std::string m_path;
+    char m_name[kValueNameBytes];
+    unsigned char m_data[kValueDataBytes];
+};
+
+/// Goes to the end of the file and writes what separates the export from what is there.
+/// @return false where the end cannot be reached: writing elsewhere would overwrite an earlier export.
+bool OpenText(HANDLE file, CExportText& text) {
+    LARGE_INTEGER size{};
+    if (::SetFilePointerEx(file, {}, &size, FILE_END) == FALSE) return false;
+    size.QuadPart == 0 ? text.WriteHeader() : text.WriteBlankLine();
+    return true;
+}
+
+std::string UpperCase(std::string_view text) {
+    std::string upper(text);
+    for (char& c : upper)
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    return upper;
+}
+
+}  // namespace
+
+DWORD CRegFile::OpenKeyByText(const char* keyText, int mode, CUniqueKey& key, ExportedLink link) {
+    const std::string_view text(keyText);
+    const std::size_t end = text.find('\\');
+    const std::string root = UpperCase(text.substr(0, end));
+    const std::optional<KeyLocation> location = SplitKeyPath("\\" + root);
+    // Performance counters are a root to enumerate, but no keys that could be written back.
+    if (!location.has_value() || location->root == HKEY_PERFORMANCE_DATA) return export_errors::kUnknownRoot;
+    if (mode != kReadMode) return export_errors::kKeyNotOpened;
+    const std::string subkey(end == std::string_view::npos ? std::string_view() : text.substr(end + 1));
+    const LSTATUS opened =
+        link == ExportedLink::Itself
+            ? OpenKeyItself(location->root, subkey.c_str(), kExportAccess, key)
+            : ::RegOpenKeyExA(location->root, subkey.c_str(), 0, kExportAccess, key.Receive());
+    return opened == ERROR_SUCCESS ? ERROR_SUCCESS : export_errors::kKeyNotOpened;
+}
+
+DWORD CRegFile::ExportKey(const char* fileName, const char* keyText, ExportedLink link) {
+    CUniqueKey key;
+    if (keyText != nullptr) {
+        const DWORD opened = OpenKeyByText(keyText, kReadMode, key, link);
+        if (opened != ERROR_SUCCESS) return opened;
+    }
+    const CUniqueFile file(
+        ::CreateFileA(fileName, GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) return ERROR_SUCCESS;
+    CFileSink sink(file.Get());
+    const auto branches = std::make_unique<CExport>(sink);
+    if (!OpenText(file.Get(), branches->Text())) return ERROR_SUCCESS;
+    if (keyText != nullptr) {
+        branches->WriteBranch(key.Get(), keyText);
+    } else {
+        branches->WriteBranch(HKEY_LOCAL_MACHINE, "HKEY_LOCAL_MACHINE");
+        branches->WriteBranch(HKEY_USERS, "HKEY_USERS");
+    }
+    branches->Text().FlushOutput();
+    return ERROR_SUCCESS;
+}
