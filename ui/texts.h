@@ -14,6 +14,16 @@ inline constexpr char kAnalyzeCanceled[] = "Registry analyzing canceled, ";
 inline constexpr char kEntriesFound[] = " invalid entries found.";
 inline constexpr char kNoEntryFound[] = "no invalid entry found.";
 
+inline constexpr char kCleanTitle[] = "Cleaning";
+inline constexpr char kCleanNothing[] =
+    "Please check more than one line in the invalid registry entries list to clean.";
+inline constexpr char kAskCleanOne[] = "Clean the invalid registry entry: ";
+inline constexpr char kCleanedOne[] = "Invalid registry entry: ";
+inline constexpr char kCleanedOneEnd[] = " cleaned successfully.";
+inline constexpr char kAskCleanSeveral[] = "Clean the selected ";
+inline constexpr char kAskCleanSeveralEnd[] = " invalid registry entries? ";  // with a blank at its end
+inline constexpr char kCleanedSeveral[] = " selected invalid registry entries cleaned successfully.";
+
 inline constexpr char kRepairUndone[] = "Repair made on ";
 inline constexpr char kRecovered[] = " recovered successfully.";
 

@@ -119,6 +119,7 @@ std::span<const MessageRow> CVellumorView::Messages() const {
 std::span<const CommandRow> CVellumorView::Commands() const {
     static constexpr CommandRow kRows[] = {
         {ID_ANALYZE, Run<&CVellumorView::OnAnalyze>},
+        {ID_CLEAN, Run<&CVellumorView::OnClean>, When<&CVellumorView::HasRows>},
         {ID_UNDO, Run<&CVellumorView::OnUndo>},
         {ID_CHECK, Run<&CVellumorView::OnCheck>, When<&CVellumorView::HasRows>},
         {ID_CHECK_ALL, Run<&CVellumorView::OnCheckAll>, When<&CVellumorView::HasRows>},

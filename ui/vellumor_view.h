@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
+#include <vector>
 
 #include "framework/list_view.h"
 #include "platform/owners.h"
@@ -37,6 +39,7 @@ protected:
 private:
     // Commands.
     void OnAnalyze();
+    void OnClean();
     void OnUndo();
     void OnCheck();
     void OnCheckAll();
@@ -67,6 +70,15 @@ private:
     void ShowResult(const char* opening);
     [[nodiscard]] bool IsCanceled() const;
 
+    // Cleaning.
+    [[nodiscard]] std::vector<int> CheckedRows() const;
+    [[nodiscard]] std::string EntryTextOf(int row) const;
+    void MakeUndoFileName();
+    void CleanOne(int row);
+    void CleanSeveral(const std::vector<int>& rows);
+    void RepairRow(int row);
+    void Repaint();
+
     void OpenRegistryEditorAtRow(int row);
     [[nodiscard]] HWND OwnerWindow() const { return ::GetAncestor(GetSafeHwnd(), GA_ROOT); }
 
@@ -74,6 +86,7 @@ private:
     CUniqueHandle m_worker;       // the stage thread started last
     CRowBatch m_batch{*this};
     bool m_isClosing = false;
+    std::string m_undoFile;  // of the Clean command that runs or ran last; full path
 };
 
 /// The analysis dialog; one for the whole process, like the channel that its texts come through.

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "call_hook.h"
 #include "check_support.h"
+#include "tests/support/call_hook.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 
 #include "analysis/history/history_checks.h"
 #include "area_cases.h"
-#include "call_hook.h"
 #include "history_areas.h"
 #include "platform/owners.h"
+#include "tests/support/call_hook.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 
 #include "analysis/system/system_checks.h"
 #include "area_cases.h"
-#include "call_hook.h"
 #include "system_areas.h"
+#include "tests/support/call_hook.h"
 #include "tests/support/scratch_folder.h"
 
 namespace {

@@ -61,8 +61,9 @@ TEST_CASE("the Delete key removes nothing while no row is checked") {
     ::PostMessageA(app.List().Window(), WM_KEYDOWN, VK_DELETE, 0);
     ::PostMessageA(app.List().Window(), WM_KEYUP, VK_DELETE, 0);
     app.Settle();
-    if (const auto box = app.ShownMessageBox()) box->Dismiss();
-    CHECK(app.IsRunning());
+    const CMessageBox box = app.WaitForMessageBox();
+    CHECK(box.Text() == "Please check more than one line in the invalid registry entries list to clean.");
+    box.Dismiss();
     CHECK(app.List().Rows() == rows);
 }
 

@@ -71,7 +71,7 @@ TEST_CASE("commands on rows wait for the first row, and analysing does not") {
         WaitFor("the button to be disabled", [&] { return !isEnabled(id); });
     CHECK(isEnabled(commands::kAnalyze));
     RunCanceledAnalysis(app, 1);
-    for (const unsigned id : {commands::kCheck, commands::kCheckAll, commands::kUncheck})
+    for (const unsigned id : {commands::kCheck, commands::kCheckAll, commands::kUncheck, commands::kClean})
         WaitFor("the button to be enabled", [&] { return isEnabled(id); });
 }
 

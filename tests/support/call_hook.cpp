@@ -1,4 +1,4 @@
-#include "call_hook.h"
+#include "tests/support/call_hook.h"
 
 #include <doctest/doctest.h>
 

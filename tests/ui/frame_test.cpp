@@ -153,11 +153,13 @@ TEST_CASE("an opening menu greys what cannot run now") {
     for (const UINT id : {32827u, 32825u, 32826u}) CHECK(isGrey(1, id));
     CHECK(isGrey(0, 32807));
     CHECK_FALSE(isGrey(0, 32828));
+    CHECK_FALSE(isGrey(0, 32830));
     CHECK_FALSE(isGrey(0, 57665));
     CHECK_FALSE(isGrey(3, 32823));
 
     shell.AddRows(1);
     for (const UINT id : {32827u, 32825u, 32826u}) CHECK_FALSE(isGrey(1, id));
+    CHECK_FALSE(isGrey(0, 32807));
 }
 
 TEST_CASE("when idle, buttons are greyed and enabled as their commands are") {
@@ -165,9 +167,10 @@ TEST_CASE("when idle, buttons are greyed and enabled as their commands are") {
     shell.Frame().OnIdle();
     for (const UINT id : {32827u, 32825u, 32826u, 32807u}) CHECK_FALSE(IsButtonEnabled(shell, id));
     CHECK(IsButtonEnabled(shell, 32828));
+    CHECK(IsButtonEnabled(shell, 32830));
     CHECK(IsButtonEnabled(shell, 32823));
     shell.AddRows(1);
-    for (const UINT id : {32827u, 32825u, 32826u}) CHECK(IsButtonEnabled(shell, id));
+    for (const UINT id : {32827u, 32825u, 32826u, 32807u}) CHECK(IsButtonEnabled(shell, id));
 }
 
 TEST_CASE("the status bar has a message pane and the indicators CAP, NUM and SCRL") {

@@ -1,0 +1,78 @@
+#include "repair/key_deletion.h"
+
+#include "platform/owners.h"
+#include "registry/key_link.h"
+#include "registry/key_ownership.h"
+#include "registry/key_path_rules.h"
+#include "registry/registry_access.h"
+
+namespace {
+
+constexpr DWORD kPatience = 10'000;  // milliseconds
+constexpr DWORD kRetryPeriod = 20;   // milliseconds
+
+/// Watches one deletion for standing still.
+class CDeletion {
+public:
+    [[nodiscard]] LSTATUS Delete(const OpenedKey& parent, const std::string& name) {
+        CUniqueKey key;
+        const std::string path = parent.path.empty() ? name : JoinKeyPath(parent.path, name);
+        if (OpenKeyItself(parent.key, name.c_str(), kDeletionAccess, key) == ERROR_ACCESS_DENIED)
+            ForceKeyAccess(parent.root, path.c_str());
+        if (key) {
+            const LSTATUS emptied = DeleteSubkeys({key.Get(), parent.root, path});
+            key.Reset();
+            if (emptied != ERROR_SUCCESS) return emptied;
+        }
+        return DeleteKeyItself(parent.key, name.c_str());
+    }
+
+private:
+    [[nodiscard]] LSTATUS DeleteSubkeys(const OpenedKey& key) {
+        std::string lastDeleted;
+        char name[kNameBytes + 1];
+        for (;;) {
+            const LSTATUS found = EnumSubkey(key.key, 0, name);
+            if (found == ERROR_NO_MORE_ITEMS) return ERROR_SUCCESS;
+            if (found != ERROR_SUCCESS) return found;
+            const LSTATUS deleted = Delete(key, name);
+            // A key that somebody makes anew as often as it is deleted is no change either.
+            if (deleted == ERROR_SUCCESS && lastDeleted != name) {
+                m_standsStill = false;
+                lastDeleted = name;
+                continue;
+            }
+            if (HasStoodStillTooLong()) return deleted;
+            ::Sleep(kRetryPeriod);
+        }
+    }
+
+    [[nodiscard]] bool HasStoodStillTooLong() {
+        const DWORD now = ::GetTickCount();
+        if (!m_standsStill) {
+            m_standsStill = true;
+            m_standsStillSince = now;
+        }
+        return now - m_standsStillSince >= kPatience;
+    }
+
+    bool m_standsStill = false;
+    DWORD m_standsStillSince = 0;  // milliseconds of the system's tick count
+};
+
+}  // namespace
+
+LSTATUS DeleteKeyRecursive(const OpenedKey& parentKey, const std::string& subkeyName) {
+    return CDeletion().Delete(parentKey, subkeyName);
+}
+
+bool KeyHoldsOneValueOnly(HKEY key) {
+    ValueBuffers value;
+    DWORD count = 0;
+    for (LSTATUS result = ERROR_SUCCESS;; ++count) {
+        result = EnumValue(key, count, value);
+        if (EndsWalk(result)) break;
+    }
+    char name[kNameBytes + 1];
+    return count == 1 && EnumSubkey(key, 0, name) == ERROR_NO_MORE_ITEMS;
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <windows.h>
+
+#include <span>
+#include <string>
+
+/// What a kind repair works on: one entry and the undo file of its command.
+struct RepairTarget {
+    HKEY rootKey;            // predefined
+    std::string rootName;    // as it stands in the entry
+    std::string subkeyPath;  // of the entry's key, below the root
+    std::string undoFile;    // full path
+};
+
+/// Removes what has to go with an entry of one kind, after exporting it into the undo file.
+/// @return whether the entry is of the kind and its unit is gone; with false the next kind may try.
+using KindRepair = bool (*)(const RepairTarget& target);
+
+[[nodiscard]] bool RepairClsidKey(const RepairTarget& target);
+[[nodiscard]] bool RepairTypeLibKey(const RepairTarget& target);
+[[nodiscard]] bool RepairDefaultIconClass(const RepairTarget& target);
+[[nodiscard]] bool RepairShellCommandClass(const RepairTarget& target);
+[[nodiscard]] bool RepairInstallerComponent(const RepairTarget& target);
+[[nodiscard]] bool RepairAppPath(const RepairTarget& target);
+[[nodiscard]] bool RepairEventlogSource(const RepairTarget& target);
+/// A product's key that still has subkeys stays: whatever keeps data there is not a dead entry.
+[[nodiscard]] bool RepairUninstallKey(const RepairTarget& target);
+[[nodiscard]] bool RepairMenuOrderKey(const RepairTarget& target);
+[[nodiscard]] bool RepairArpCacheKey(const RepairTarget& target);
+[[nodiscard]] bool RepairSoftwareKey(const RepairTarget& target);
+[[nodiscard]] bool RepairComFamilyKey(const RepairTarget& target);
+[[nodiscard]] bool RepairFileExtsKey(const RepairTarget& target);
+[[nodiscard]] bool RepairRecentDocsKey(const RepairTarget& target);
+
+// The kinds that are tried for an entry, in this order, until one succeeds.
+[[nodiscard]] std::span<const KindRepair> ValueEntryRepairs();
+[[nodiscard]] std::span<const KindRepair> ClassesRootKeyRepairs();
+[[nodiscard]] std::span<const KindRepair> CurrentUserKeyRepairs();
+[[nodiscard]] std::span<const KindRepair> KeyEntryRepairs();

@@ -1,0 +1,35 @@
+#include "repair/repair_access.h"
+
+#include "registry/key_link.h"
+#include "registry/key_ownership.h"
+#include "registry/registry_access.h"
+#include "repair/reg_file.h"
+
+namespace {
+
+[[nodiscard]] DWORD Export(const RepairTarget& target, const std::string& path, ExportedLink link) {
+    const std::string keyText = path.empty() ? target.rootName : target.rootName + "\\" + path;
+    return CRegFile().ExportKey(target.undoFile.c_str(), keyText.c_str(), link);
+}
+
+}  // namespace
+
+LSTATUS OpenForced(HKEY root, const std::string& path, REGSAM access, CUniqueKey& key) {
+    const LSTATUS opened = OpenKey(root, path.c_str(), access, key);
+    if (opened != ERROR_ACCESS_DENIED) return opened;
+    ForceKeyAccess(root, path.c_str());
+    return OpenKey(root, path.c_str(), access, key);
+}
+
+void ExportBranch(const RepairTarget& target, const std::string& path) {
+    if (Export(target, path, ExportedLink::Followed) != ERROR_SUCCESS) return;  // the repair goes ahead
+}
+
+void ExportUnit(const RepairTarget& target, const std::string& unit) {
+    if (Export(target, unit, ExportedLink::Itself) != export_errors::kKeyNotOpened) return;
+    CUniqueKey key;
+    constexpr REGSAM kReading = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS;
+    if (OpenKeyItself(target.rootKey, unit.c_str(), kReading, key) != ERROR_ACCESS_DENIED) return;
+    ForceKeyAccess(target.rootKey, unit.c_str());
+    if (Export(target, unit, ExportedLink::Itself) != ERROR_SUCCESS) return;  // the repair goes ahead
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "platform/owners.h"
+#include "repair/kind_repairs.h"
+
+/// Opens a key; one that refuses access is taken over, and opened once more.
+/// @param path  below the root; empty: the root itself, which is never taken over.
+[[nodiscard]] LSTATUS OpenForced(HKEY root, const std::string& path, REGSAM access, CUniqueKey& key);
+
+/// Appends what a repair is about to change to the undo file: the key at a path with its whole branch. A
+/// failure does not hold the repair up.
+void ExportBranch(const RepairTarget& target, const std::string& path);
+
+/// The same for a key that is going to be deleted: a link is exported as a link, and a key that refuses
+/// reading is taken over first, since deleting it would do that anyway, and then without a copy.
+void ExportUnit(const RepairTarget& target, const std::string& unit);
