@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 
+#include "app/about_box.h"
 #include "app/help_rules.h"
 #include "platform/host_services.h"
 #include "platform/program_folder.h"
@@ -75,9 +76,15 @@ void CMainFrame::OnHelpContent() {
     if (!folder.empty()) SystemActions().ShowHelp(HelpFileIn(folder).c_str());
 }
 
+void CMainFrame::OnAppAbout() {
+    CAboutDlg dialog;
+    if (dialog.DoModal(GetSafeHwnd()) == -1) SystemActions().Beep();  // no memory for a dialog
+}
+
 std::span<const CommandRow> CMainFrame::Commands() const {
     static constexpr CommandRow kRows[] = {
         {ID_HELP_CONTENT, Run<&CMainFrame::OnHelpContent>},
+        {ID_APP_ABOUT, Run<&CMainFrame::OnAppAbout>},
     };
     return kRows;
 }

@@ -15,6 +15,7 @@ private:
     [[nodiscard]] bool CreateStatusBar();
     [[nodiscard]] bool InstallToolBarImages();
     void OnHelpContent();
+    void OnAppAbout();
 
     CUniqueImageList m_normalImages;
     CUniqueImageList m_disabledImages;

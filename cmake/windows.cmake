@@ -21,13 +21,21 @@ function(vellumor_folder name)
     target_link_libraries(vellumor_${name} PUBLIC vellumor_options vellumor_rules ${ARGN})
 endfunction()
 
-vellumor_folder(platform)
-vellumor_folder(framework vellumor_platform comctl32)
+vellumor_folder(platform shell32)
+vellumor_folder(framework vellumor_platform comctl32 gdi32)
 vellumor_folder(registry vellumor_platform)
 vellumor_folder(analysis vellumor_registry shlwapi)
 vellumor_folder(repair vellumor_registry)
 vellumor_folder(ui vellumor_framework vellumor_analysis vellumor_repair)
 vellumor_folder(app vellumor_ui)
+
+# The about box tells which commit it was built from. A copy of the sources without a history is told by hand.
+set(VELLUMOR_COMMIT "" CACHE STRING "The commit that the about box names; empty: the one that is checked out")
+add_custom_target(vellumor_commit BYPRODUCTS ${PROJECT_BINARY_DIR}/include/commit_text.h
+    COMMAND ${CMAKE_COMMAND} -D SOURCE=${PROJECT_SOURCE_DIR} -D HEADER=${PROJECT_BINARY_DIR}/include/commit_text.h
+        -D COMMIT=${VELLUMOR_COMMIT} -P ${PROJECT_SOURCE_DIR}/cmake/commit.cmake)
+target_include_directories(vellumor_app PRIVATE ${PROJECT_BINARY_DIR}/include)
+add_dependencies(vellumor_app vellumor_commit)
 
 add_library(vellumor_resources OBJECT resources/vellumor.rc)
 target_include_directories(vellumor_resources PRIVATE ${PROJECT_SOURCE_DIR})

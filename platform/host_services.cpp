@@ -1,5 +1,6 @@
 #include "platform/host_services.h"
 
+#include <shellapi.h>
 #include <tlhelp32.h>
 
 #include "platform/folder_tree.h"
@@ -59,6 +60,13 @@ void CSystemActions::EndProgram(DWORD processId) {
 UINT CSystemActions::RunProgram(const char* commandLine, int show) {
     return ::WinExec(commandLine, static_cast<UINT>(show));
 }
+
+int CSystemActions::OpenWithShell(const char* target) {
+    const HINSTANCE answer = ::ShellExecuteA(nullptr, "open", target, nullptr, nullptr, SW_SHOWNORMAL);
+    return static_cast<int>(reinterpret_cast<INT_PTR>(answer));
+}
+
+void CSystemActions::Beep() { ::MessageBeep(0); }
 
 void CSystemActions::ShowHelp(const char* file) {
     static const HtmlHelpProc viewer = LoadHelpViewer();

@@ -24,6 +24,11 @@ public:
     virtual void EndProgram(DWORD processId);
     /// Starts a program. @param show  SW_... @return above 31: started; otherwise the system's error.
     virtual UINT RunProgram(const char* commandLine, int show);
+    /// Opens an address or a file in the program that the user has for it.
+    /// @return above 32: opened; otherwise the shell's error.
+    [[nodiscard]] virtual int OpenWithShell(const char* target);
+    /// Sounds the plain beep that says no.
+    virtual void Beep();
     /// Opens a compiled help file in the help viewer, which is loaded on first use. Does nothing where the
     /// system has no viewer; a missing file is reported by the viewer itself.
     virtual void ShowHelp(const char* file);

@@ -64,3 +64,10 @@ struct BitmapTraits {
     static void Close(Type bitmap) { ::DeleteObject(bitmap); }
 };
 using CUniqueBitmap = CUnique<BitmapTraits>;
+
+struct FontTraits {
+    using Type = HFONT;
+    static constexpr Type None() { return nullptr; }
+    static void Close(Type font) { ::DeleteObject(font); }
+};
+using CUniqueFont = CUnique<FontTraits>;

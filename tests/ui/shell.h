@@ -28,6 +28,11 @@ public:
         asked.push_back("run " + std::string(commandLine) + " " + std::to_string(show));
         return 32;
     }
+    int OpenWithShell(const char* target) override {
+        asked.push_back("open " + std::string(target));
+        return shellAnswer;
+    }
+    void Beep() override { asked.emplace_back("beep"); }
     void ShowHelp(const char* file) override { asked.push_back("help " + std::string(file)); }
     int ShowMessage(HWND owner, const char* text, const char* caption, UINT flags) override {
         messages.push_back({owner, text, caption, flags});
@@ -44,6 +49,7 @@ public:
     std::vector<Message> messages;
     std::vector<std::string> emptied;
 
+    int shellAnswer = 33;
     std::vector<RunningProgram> programs;
     std::vector<std::string> asked;
 };

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "framework/dialog.h"
+#include "framework/static_link.h"
+
+/// What the program is, which build of it, and where to turn to.
+class CAboutDlg : public CDialog {
+public:
+    CAboutDlg();
+
+protected:
+    [[nodiscard]] bool OnInitDialog() override;
+
+private:
+    CStaticLink m_webLink;
+    CStaticLink m_mailLink;
+};
+
+/// The line that tells one build from another, as in "Vellumor v4.55 (x86, built from 1a2b3c4d5e6f)".
+[[nodiscard]] std::string VersionLine();
