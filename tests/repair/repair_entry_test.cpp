@@ -2,18 +2,11 @@
 
 #include <doctest/doctest.h>
 
-#include <fstream>
-#include <iterator>
-
+#include "tests/support/file_text.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scratch_key.h"
 
 namespace {
-
-std::string FileText(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 bool KeyExists(const std::string& subkey) {
     CUniqueKey key;
