@@ -1,0 +1,92 @@
+#include "tests/repair/repair_bench.h"
+
+#include <doctest/doctest.h>
+
+#include "platform/owners.h"
+#include "registry/key_path.h"
+#include "repair/repair_entry.h"
+#include "tests/support/file_text.h"
+#include "tests/support/scratch_key.h"
+
+namespace {
+
+constexpr char kHeader[] = "Windows Registry Editor Version 5.00\r\n\r\n";
+
+void DeleteTree(HKEY root, const std::string& path) {
+    CUniqueKey key;
+    if (::RegOpenKeyExA(root, path.c_str(), 0, KEY_ALL_ACCESS, key.Receive()) == ERROR_SUCCESS)
+        CScratchKey::DeleteTree(key.Get());
+}
+
+std::string ParentOf(const std::string& path) { return path.substr(0, path.rfind('\\')); }
+
+}  // namespace
+
+HKEY RootNamed(const std::string& name) {
+    const auto location = SplitKeyPath("\\" + name);
+    REQUIRE(location.has_value());
+    return location->root;
+}
+
+bool KeyExists(HKEY root, const std::string& path) {
+    CUniqueKey key;
+    return ::RegOpenKeyExA(root, path.c_str(), 0, KEY_QUERY_VALUE, key.Receive()) != ERROR_FILE_NOT_FOUND;
+}
+
+void MakeKey(HKEY root, const std::string& path) {
+    CUniqueKey key;
+    REQUIRE(::RegCreateKeyExA(root, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Receive(),
+                              nullptr) == ERROR_SUCCESS);
+}
+
+void SetValue(HKEY root, const std::string& path, const std::string& name, const std::string& text) {
+    MakeKey(root, path);
+    CUniqueKey key;
+    REQUIRE(::RegOpenKeyExA(root, path.c_str(), 0, KEY_ALL_ACCESS, key.Receive()) == ERROR_SUCCESS);
+    SetText(key.Get(), name, text);
+}
+
+bool ValueExists(HKEY root, const std::string& path, const std::string& name) {
+    CUniqueKey key;
+    return ::RegOpenKeyExA(root, path.c_str(), 0, KEY_QUERY_VALUE, key.Receive()) == ERROR_SUCCESS &&
+           ::RegQueryValueExA(key.Get(), name.c_str(), nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+}
+
+CPlantedUnit::CPlantedUnit(const std::string& rootName, const std::string& path)
+    : m_rootName(rootName), m_root(RootNamed(rootName)), m_path(path) {
+    SetValue(m_root, m_path, "", "default");
+    SetValue(m_root, m_path, "named", "text");
+    SetValue(m_root, m_path + R"(\sub)", "deep", "text");
+    SetValue(m_root, m_path + "-beside", "kept", "text");
+    SetValue(m_root, ParentOf(m_path), "kept", "text");
+}
+
+CPlantedUnit::~CPlantedUnit() {
+    DeleteTree(m_root, m_path);
+    DeleteTree(m_root, m_path + "-beside");
+}
+
+bool CPlantedUnit::SurroundingsAreWhole() const {
+    return ValueExists(m_root, m_path + "-beside", "kept") && ValueExists(m_root, ParentOf(m_path), "kept");
+}
+
+bool CRepairBench::Repair(const std::string& entryText) const { return RepairEntry(entryText, UndoFile()); }
+
+std::string CRepairBench::UndoText() const { return FileText(UndoFile()); }
+
+std::vector<std::string> CRepairBench::Exports() const {
+    std::vector<std::string> keys;
+    const std::string text = UndoText();
+    if (text.empty()) return keys;
+    CHECK(text.starts_with(kHeader));
+    CHECK(text.rfind(kHeader) == 0);
+    const auto addKeyAt = [&](std::size_t bracket) {
+        keys.push_back(text.substr(bracket + 1, text.find("]\r\n", bracket) - bracket - 1));
+    };
+    addKeyAt(sizeof kHeader - 1);
+    // Two blank lines stand between exports, one between the keys of an export.
+    for (std::size_t at = text.find("\r\n\r\n\r\n["); at != std::string::npos;
+         at = text.find("\r\n\r\n\r\n[", at + 1))
+        addKeyAt(at + 6);
+    return keys;
+}
