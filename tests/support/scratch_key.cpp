@@ -14,6 +14,8 @@ std::string UniqueName() {
 std::string RootName(HKEY root) {
     if (root == HKEY_CLASSES_ROOT) return "\\HKEY_CLASSES_ROOT\\";
     if (root == HKEY_CURRENT_USER) return "\\HKEY_CURRENT_USER\\";
+    if (root == HKEY_USERS) return "\\HKEY_USERS\\";
+    if (root == HKEY_CURRENT_CONFIG) return "\\HKEY_CURRENT_CONFIG\\";
     REQUIRE(root == HKEY_LOCAL_MACHINE);
     return "\\HKEY_LOCAL_MACHINE\\";
 }
