@@ -26,7 +26,7 @@ public:
     void EndProgram(DWORD processId) override { asked.push_back("end " + std::to_string(processId)); }
     UINT RunProgram(const char* commandLine, int show) override {
         asked.push_back("run " + std::string(commandLine) + " " + std::to_string(show));
-        return 32;
+        return runAnswer;
     }
     int OpenWithShell(const char* target) override {
         asked.push_back("open " + std::string(target));
@@ -36,7 +36,7 @@ public:
     void ShowHelp(const char* file) override { asked.push_back("help " + std::string(file)); }
     int ShowMessage(HWND owner, const char* text, const char* caption, UINT flags) override {
         messages.push_back({owner, text, caption, flags});
-        return IDOK;
+        return answer ? answer(messages.back()) : IDOK;
     }
     void EmptyFolder(const std::string& folder) override { emptied.push_back(folder); }
 
@@ -47,9 +47,12 @@ public:
         UINT flags;
     };
     std::vector<Message> messages;
+    /// The button that a message is answered with; IDOK where this is not set.
+    std::function<int(const Message&)> answer;
     std::vector<std::string> emptied;
 
     int shellAnswer = 33;
+    UINT runAnswer = 32;
     std::vector<RunningProgram> programs;
     std::vector<std::string> asked;
 };
