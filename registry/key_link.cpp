@@ -1,7 +1,5 @@
 #include "registry/key_link.h"
 
-#include <cstddef>
-#include <string>
 #include <vector>
 
 namespace {
@@ -25,18 +23,6 @@ LSTATUS DeleteOpenedKey(HKEY key) {
     if (deleteKey == nullptr || toError == nullptr) return ERROR_PROC_NOT_FOUND;
     const LONG status = deleteKey(key);
     return status >= 0 ? ERROR_SUCCESS : static_cast<LSTATUS>(toError(status));
-}
-
-/// The key's name in the system's object tree, behind its length; empty where it is not told.
-std::wstring ObjectName(HKEY key) {
-    static const auto queryKey = SystemProc<NtQueryKeyProc>("NtQueryKey");
-    constexpr ULONG kLongestName = 0x10000 + sizeof(ULONG);
-    std::vector<unsigned char> answer(kLongestName);
-    ULONG needed = 0;
-    if (queryKey == nullptr || queryKey(key, kKeyNameInformation, answer.data(), kLongestName, &needed) < 0)
-        return {};
-    const ULONG bytes = *reinterpret_cast<const ULONG*>(answer.data());
-    return {reinterpret_cast<const wchar_t*>(answer.data() + sizeof(ULONG)), bytes / sizeof(wchar_t)};
 }
 
 }  // namespace
@@ -63,7 +49,19 @@ LSTATUS DeleteKeyItself(HKEY parent, const char* subkey) {
     return opened == ERROR_SUCCESS ? DeleteOpenedKey(key.Get()) : opened;
 }
 
+std::wstring KeyObjectName(HKEY key) {
+    static const auto queryKey = SystemProc<NtQueryKeyProc>("NtQueryKey");
+    constexpr ULONG kLongestName = 0x10000 + sizeof(ULONG);
+    std::vector<unsigned char> answer(kLongestName);
+    ULONG needed = 0;
+    if (queryKey == nullptr || queryKey(key, kKeyNameInformation, answer.data(), kLongestName, &needed) < 0)
+        return {};
+    // The name stands behind its length in bytes.
+    const ULONG bytes = *reinterpret_cast<const ULONG*>(answer.data());
+    return {reinterpret_cast<const wchar_t*>(answer.data() + sizeof(ULONG)), bytes / sizeof(wchar_t)};
+}
+
 bool IsSameKey(HKEY one, HKEY other) {
-    const std::wstring name = ObjectName(one);
-    return !name.empty() && ::lstrcmpiW(name.c_str(), ObjectName(other).c_str()) == 0;
+    const std::wstring name = KeyObjectName(one);
+    return !name.empty() && ::lstrcmpiW(name.c_str(), KeyObjectName(other).c_str()) == 0;
 }

@@ -25,8 +25,6 @@ std::string EntryText(std::string_view keyPath, std::string_view valueName) {
     return text.append(kValueNameOpening).append(valueName) += kValueNameEnd;
 }
 
-std::string Entry::KeyText() const { return subkeyPath.empty() ? rootName : rootName + "\\" + subkeyPath; }
-
 std::optional<Entry> ParseEntry(std::string_view entryText) {
     if (entryText.empty() || entryText.front() != '\\') return std::nullopt;
     const std::size_t rootEnd = entryText.find('\\', 1);

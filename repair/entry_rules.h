@@ -16,9 +16,6 @@ struct Entry {
     std::string rootName;    // as it stands in the text
     std::string subkeyPath;  // below the root, without a leading backslash
     std::optional<std::string> valueName;
-
-    /// Root name and subkey path, joined by a backslash.
-    [[nodiscard]] std::string KeyText() const;
 };
 
 /// Takes an entry's text apart. Root names are compared ignoring letter case.

@@ -5,12 +5,14 @@
 #include <span>
 #include <string>
 
-/// What a kind repair works on: one entry and the undo file of its command.
+#include "repair/undo_record.h"
+
+/// What a kind repair works on: one entry and the undo record of its command.
 struct RepairTarget {
     HKEY rootKey;            // predefined
     std::string rootName;    // as it stands in the entry
     std::string subkeyPath;  // of the entry's key, below the root
-    std::string undoFile;    // full path
+    CUndoRecord& undo;
 };
 
 /// Removes what has to go with an entry of one kind, after exporting it into the undo file.

@@ -2,6 +2,8 @@
 
 #include <cstring>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "registry/key_link.h"
@@ -15,7 +17,6 @@ static_assert(kExportAccess == 9);
 
 // These sizes decide where a key's block ends early.
 constexpr DWORD kValueNameBytes = 256;
-constexpr DWORD kValueDataBytes = 16384;
 constexpr DWORD kSubkeyNameBytes = 256;
 
 class CFileSink : public CByteSink {
@@ -82,8 +83,13 @@ private:
     CExportText m_text;
     std::string m_path;
     char m_name[kValueNameBytes];
-    unsigned char m_data[kValueDataBytes];
+    unsigned char m_data[kExportedDataBytes];
 };
+
+CUniqueFile OpenFile(const char* fileName) {
+    return CUniqueFile(
+        ::CreateFileA(fileName, GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
 
 /// Goes to the end of the file and writes what separates the export from what is there.
 /// @return false where the end cannot be reached: writing elsewhere would overwrite an earlier export.
@@ -139,4 +145,17 @@ DWORD CRegFile::ExportKey(const char* fileName, const char* keyText, ExportedLin
     }
     branches->Text().FlushOutput();
     return ERROR_SUCCESS;
+}
+
+void CRegFile::AppendDefaultValue(const char* fileName, const char* keyText, DWORD type,
+                                  std::span<const unsigned char> data) {
+    const CUniqueFile file = OpenFile(fileName);
+    if (!file) return;
+    CFileSink sink(file.Get());
+    CExportText text(sink);
+    if (!OpenText(file.Get(), text)) return;
+    text.WriteKeyLine(keyText);
+    text.WriteValue("", type, data);
+    text.WriteBlankLine();
+    text.FlushOutput();
 }

@@ -2,8 +2,7 @@
 
 #include <windows.h>
 
-#include <optional>
-#include <string>
+#include <span>
 
 #include "platform/owners.h"
 
@@ -14,6 +13,9 @@ inline constexpr DWORD kUnknownRoot = 1010;   // the root name is not one of tho
 inline constexpr DWORD kKeyNotOpened = 1011;  // the key does not open for reading
 
 }  // namespace export_errors
+
+/// The largest data, in bytes, that an export takes in.
+constexpr DWORD kExportedDataBytes = 16384;
 
 /// What an export does with a key that is a symbolic link. Links below the key are never followed.
 enum class ExportedLink {
@@ -36,6 +38,10 @@ public:
     /// @return 0, also when the file could not be written: repairs go ahead without it. 1010 or 1011 when the
     /// branch could not be read; then the file is not touched.
     DWORD ExportKey(const char* fileName, const char* keyText, ExportedLink link = ExportedLink::Followed);
+
+    /// Appends a block of one key with its default value alone. Failures are passed over, as above.
+    void AppendDefaultValue(const char* fileName, const char* keyText, DWORD type,
+                            std::span<const unsigned char> data);
 
     /// How OpenKeyByText opens a key: to read its values and subkeys.
     static constexpr int kReadMode = 0;

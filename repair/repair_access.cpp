@@ -8,11 +8,14 @@
 namespace {
 
 [[nodiscard]] DWORD Export(const RepairTarget& target, const std::string& path, ExportedLink link) {
-    const std::string keyText = path.empty() ? target.rootName : target.rootName + "\\" + path;
-    return CRegFile().ExportKey(target.undoFile.c_str(), keyText.c_str(), link);
+    return target.undo.Export(KeyTextOf(target, path), link);
 }
 
 }  // namespace
+
+std::string KeyTextOf(const RepairTarget& target, const std::string& path) {
+    return path.empty() ? target.rootName : target.rootName + "\\" + path;
+}
 
 LSTATUS OpenForced(HKEY root, const std::string& path, REGSAM access, CUniqueKey& key) {
     const LSTATUS opened = OpenKey(root, path.c_str(), access, key);

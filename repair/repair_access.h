@@ -7,6 +7,9 @@
 #include "platform/owners.h"
 #include "repair/kind_repairs.h"
 
+/// Root name and path, joined by a backslash; the root name alone for an empty path.
+[[nodiscard]] std::string KeyTextOf(const RepairTarget& target, const std::string& path);
+
 /// Opens a key; one that refuses access is taken over, and opened once more.
 /// @param path  below the root; empty: the root itself, which is never taken over.
 [[nodiscard]] LSTATUS OpenForced(HKEY root, const std::string& path, REGSAM access, CUniqueKey& key);

@@ -30,8 +30,9 @@ bool DeleteValue(const RepairTarget& target, const std::string& valueName) {
 
 bool EmptyDefaultValue(const RepairTarget& target) {
     CUniqueKey key;
-    return PrepareChange(target, key) &&
-           ::RegSetValueExA(key.Get(), nullptr, 0, REG_SZ, nullptr, 0) == ERROR_SUCCESS;
+    if (!PrepareChange(target, key)) return false;
+    target.undo.RememberDefault(key.Get(), KeyTextOf(target, target.subkeyPath));
+    return ::RegSetValueExA(key.Get(), nullptr, 0, REG_SZ, nullptr, 0) == ERROR_SUCCESS;
 }
 
 bool RepairKeyEntry(const RepairTarget& target) {
@@ -42,10 +43,10 @@ bool RepairKeyEntry(const RepairTarget& target) {
 
 }  // namespace
 
-bool RepairEntry(const std::string& entryText, const std::string& undoFile) {
+bool RepairEntry(const std::string& entryText, CUndoRecord& undo) {
     const std::optional<Entry> entry = ParseEntry(entryText);
     if (!entry.has_value()) return false;
-    const RepairTarget target{RootHandle(entry->root), entry->rootName, entry->subkeyPath, undoFile};
+    const RepairTarget target{RootHandle(entry->root), entry->rootName, entry->subkeyPath, undo};
     if (!entry->valueName.has_value()) return RepairKeyEntry(target);
     return AnyRepairs(ValueEntryRepairs(), target) || DeleteValue(target, *entry->valueName);
 }

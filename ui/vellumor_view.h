@@ -6,6 +6,7 @@
 
 #include "framework/list_view.h"
 #include "platform/owners.h"
+#include "repair/undo_record.h"
 #include "ui/dlg_analyze.h"
 #include "ui/row_batch.h"
 
@@ -86,7 +87,7 @@ private:
     CUniqueHandle m_worker;       // the stage thread started last
     CRowBatch m_batch{*this};
     bool m_isClosing = false;
-    std::string m_undoFile;  // of the Clean command that runs or ran last; full path
+    CUndoRecord m_undo{""};  // of the Clean command that runs or ran last
 };
 
 /// The analysis dialog; one for the whole process, like the channel that its texts come through.

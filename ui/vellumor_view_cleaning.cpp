@@ -33,7 +33,11 @@ void CVellumorView::OnClean() {
     rows.size() == 1 ? CleanOne(rows.front()) : CleanSeveral(rows);
 }
 
-void CVellumorView::MakeUndoFileName() { m_undoFile = ::MakeUndoFileName(); }
+void CVellumorView::MakeUndoFileName() {
+    const std::string fileName = ::MakeUndoFileName();
+    // Two commands within a second share the file, and so the record of what is in it.
+    if (fileName != m_undo.FileName()) m_undo = CUndoRecord(fileName);
+}
 
 std::vector<int> CVellumorView::CheckedRows() const {
     std::vector<int> rows;
@@ -67,7 +71,7 @@ void CVellumorView::CleanSeveral(const std::vector<int>& rows) {
 
 void CVellumorView::RepairRow(int row) {
     // Deliberate: the row goes whatever came of it; the next analysis shows what is still there.
-    (void)RepairEntry(EntryTextOf(row), m_undoFile);
+    (void)RepairEntry(EntryTextOf(row), m_undo);
     DeleteItem(row);
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "repair/undo_record.h"
 #include "tests/support/scratch_folder.h"
 
 /// A root's handle by its long name.
@@ -48,4 +49,5 @@ public:
 
 private:
     CScratchFolder m_folder;
+    mutable CUndoRecord m_undo{UndoFile()};
 };

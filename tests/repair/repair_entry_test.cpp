@@ -120,9 +120,10 @@ TEST_CASE("a repair goes ahead without an undo file that cannot be written") {
     for (const char* undoFile : {R"(C:\no such folder\undo.reg)", R"(Z:\dev\full)", ""}) {
         SetText(key.Get(), "dead", "x");
         MakeKey(HKEY_CURRENT_USER, R"(Software\VellumorDead\sub)");
-        CHECK(RepairEntry(key.Path() + R"(\"dead")", undoFile));
+        CUndoRecord undo(undoFile);
+        CHECK(RepairEntry(key.Path() + R"(\"dead")", undo));
         CHECK_FALSE(ValueExists(HKEY_CURRENT_USER, key.Subkey(), "dead"));
-        CHECK(RepairEntry(R"(\HKEY_CURRENT_USER\Software\VellumorDead)", undoFile));
+        CHECK(RepairEntry(R"(\HKEY_CURRENT_USER\Software\VellumorDead)", undo));
         CHECK_FALSE(KeyExists(HKEY_CURRENT_USER, R"(Software\VellumorDead)"));
     }
 }
@@ -180,4 +181,39 @@ TEST_CASE("of a unit that is a link the link goes and its target stays") {
     CHECK(ValueExists(HKEY_CURRENT_USER, software.Subkey() + R"(\target\sub)", "v"));
     CHECK(bench.UndoText().find("SymbolicLinkValue") != std::string::npos);
     CHECK(bench.UndoText().find("\"v\"") == std::string::npos);
+}
+
+TEST_CASE("an emptied default value is written again behind every later export that holds it") {
+    PlainKey key;
+    const HKEY sub = key.Add("sub");
+    SetText(sub, "", "first");
+    SetText(sub, "v", "x");
+    const CRepairBench bench;
+    CHECK(bench.Repair(key.Path() + R"(\sub)"));
+    CHECK(bench.Repair(key.Path() + R"(\sub)"));  // a second row for the same key
+    CHECK(bench.Repair(key.Path() + R"(\sub\"v")"));
+    const std::string path = key.KeyText() + "\\sub";
+    CHECK(bench.UndoText() == kHeader + ("[" + path + "]\r\n@=\"first\"\r\n\"v\"=\"x\"\r\n\r\n\r\n[" +  //
+                                         path + "]\r\n@=\"\"\r\n\"v\"=\"x\"\r\n\r\n\r\n[" +             //
+                                         path + "]\r\n@=\"first\"\r\n\r\n\r\n[" +                       //
+                                         path + "]\r\n@=\"\"\r\n\"v\"=\"x\"\r\n\r\n\r\n[" +             //
+                                         path + "]\r\n@=\"first\"\r\n\r\n"));
+}
+
+TEST_CASE(
+    "the emptied key is known by whatever root an export reaches it, and exports beside it are left alone") {
+    CScratchKey classes(HKEY_CLASSES_ROOT, "vellumor.test");
+    SetText(classes.Get(), "", "first");
+    SetText(classes.Get(), "v", "x");
+    const std::string sameKey = R"(HKEY_LOCAL_MACHINE\Software\Classes\vellumor.test)";
+    SetValue(HKEY_CLASSES_ROOT, "vellumor.test2", "v", "x");
+    const CRepairBench bench;
+    CHECK(bench.Repair(classes.Path()));
+    CHECK(bench.Repair(R"(\HKEY_CLASSES_ROOT\vellumor.test2\"v")"));
+    CHECK(bench.Repair("\\" + sameKey + R"(\"v")"));
+    ::RegDeleteKeyA(HKEY_CLASSES_ROOT, "vellumor.test2");
+    CHECK(bench.Exports() == std::vector<std::string>{classes.Path().substr(1),
+                                                      R"(HKEY_CLASSES_ROOT\vellumor.test2)", sameKey,
+                                                      classes.Path().substr(1)});
+    CHECK(bench.UndoText().ends_with("@=\"first\"\r\n\r\n"));
 }

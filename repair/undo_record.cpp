@@ -1,0 +1,42 @@
+#include "repair/undo_record.h"
+
+#include "registry/key_link.h"
+
+namespace {
+
+/// Whether a key lies in the branch of another. A name that is not known may be anything.
+bool MayContain(const std::wstring& branch, const std::wstring& key) {
+    if (branch.empty() || key.empty()) return true;
+    if (key.size() < branch.size()) return false;
+    if (::lstrcmpiW(key.substr(0, branch.size()).c_str(), branch.c_str()) != 0) return false;
+    return key.size() == branch.size() || key[branch.size()] == L'\\';
+}
+
+}  // namespace
+
+DWORD CUndoRecord::Export(const std::string& keyText, ExportedLink link) {
+    CRegFile file;
+    const DWORD result = file.ExportKey(m_fileName.c_str(), keyText.c_str(), link);
+    if (result != ERROR_SUCCESS || m_emptied.empty()) return result;
+    CUniqueKey key;
+    if (file.OpenKeyByText(keyText.c_str(), CRegFile::kReadMode, key, link) != ERROR_SUCCESS) return result;
+    const std::wstring branch = KeyObjectName(key.Get());
+    for (const Emptied& emptied : m_emptied)
+        if (MayContain(branch, emptied.objectName))
+            file.AppendDefaultValue(m_fileName.c_str(), emptied.keyText.c_str(), emptied.type, emptied.data);
+    return result;
+}
+
+void CUndoRecord::RememberDefault(HKEY key, const std::string& keyText) {
+    const std::wstring objectName = KeyObjectName(key);
+    for (const Emptied& emptied : m_emptied)
+        if (!objectName.empty() && emptied.objectName == objectName) return;  // the first time counts
+    std::vector<unsigned char> data(kExportedDataBytes);
+    auto size = static_cast<DWORD>(data.size());
+    DWORD type = REG_NONE;
+    // Without a default value there is nothing to come back; one that is too large is not in any export
+    // either.
+    if (::RegQueryValueExA(key, nullptr, nullptr, &type, data.data(), &size) != ERROR_SUCCESS) return;
+    data.resize(size);
+    m_emptied.push_back({objectName, keyText, type, std::move(data)});
+}
