@@ -39,7 +39,7 @@ target_link_libraries(vellumor_driver PUBLIC vellumor_options)
 if(NOT VELLUMOR_ARCH STREQUAL "x86")
     set(e2e_tests_arguments --test-suite=smoke)
 endif()
-vellumor_test_program(e2e vellumor_driver shlwapi)
+vellumor_test_program(e2e vellumor_driver vellumor_test_support shlwapi)
 add_dependencies(e2e_tests vellumor)
 
 # These watch the clock, so they get the machine to themselves.

@@ -6,6 +6,7 @@
 #include "repair/reg_file.h"
 #include "tests/repair/random_tree.h"
 #include "tests/repair/repair_bench.h"
+#include "tests/support/registry_tree.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scratch_key.h"
 

@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include <vector>
+#include <string>
 
 #include "platform/owners.h"
 #include "tests/support/scratch_key.h"
@@ -64,12 +64,6 @@ std::string RandomData(std::mt19937& random, DWORD type) {
     }
 }
 
-TreeValue AsReplayed(DWORD type, std::string data) {
-    if (type == REG_EXPAND_SZ) type = REG_SZ;
-    if (type == REG_SZ) data = data.c_str();
-    return {type, data};
-}
-
 }  // namespace
 
 void PlantRandomTree(HKEY key, std::mt19937& random, int levels) {
@@ -90,45 +84,4 @@ void PlantRandomTree(HKEY key, std::mt19937& random, int levels) {
                                   nullptr) == ERROR_SUCCESS);
         PlantRandomTree(subkey.Get(), random, levels - 1);
     }
-}
-
-Tree ReadTree(HKEY key) {
-    Tree tree;
-    std::vector<char> name(512);
-    std::vector<char> data(4096);
-    for (DWORD index = 0;; ++index) {
-        auto nameBytes = static_cast<DWORD>(name.size());
-        auto dataBytes = static_cast<DWORD>(data.size());
-        DWORD type = 0;
-        if (::RegEnumValueA(key, index, name.data(), &nameBytes, nullptr, &type,
-                            reinterpret_cast<BYTE*>(data.data()), &dataBytes) != ERROR_SUCCESS)
-            break;
-        tree.values[{name.data(), nameBytes}] = AsReplayed(type, {data.data(), dataBytes});
-    }
-    for (DWORD index = 0;
-         ::RegEnumKeyA(key, index, name.data(), static_cast<DWORD>(name.size())) == ERROR_SUCCESS; ++index) {
-        CUniqueKey subkey;
-        REQUIRE(::RegOpenKeyExA(key, name.data(), 0, KEY_READ, subkey.Receive()) == ERROR_SUCCESS);
-        tree.subkeys[name.data()] = ReadTree(subkey.Get());
-    }
-    return tree;
-}
-
-std::string Difference(const Tree& one, const Tree& other, const std::string& path) {
-    for (const auto& [name, value] : one.values) {
-        const auto found = other.values.find(name);
-        if (found == other.values.end()) return path + ": no value " + name;
-        if (found->second != value)
-            return path + ": value " + name + " of type " + std::to_string(value.type) + " and " +
-                   std::to_string(value.data.size()) + " bytes came back as type " +
-                   std::to_string(found->second.type) + " and " + std::to_string(found->second.data.size());
-    }
-    if (one.values.size() != other.values.size()) return path + ": more values";
-    for (const auto& [name, subkey] : one.subkeys) {
-        const auto found = other.subkeys.find(name);
-        if (found == other.subkeys.end()) return path + ": no subkey " + name;
-        const std::string difference = Difference(subkey, found->second, path + "\\" + name);
-        if (!difference.empty()) return difference;
-    }
-    return one.subkeys.size() == other.subkeys.size() ? "" : path + ": more subkeys";
 }
