@@ -11,5 +11,6 @@ add_test(NAME native.rules COMMAND rules_tests)
 
 add_test(NAME checks.format COMMAND ${PROJECT_SOURCE_DIR}/tools/check-format)
 add_test(NAME checks.includes COMMAND ${PROJECT_SOURCE_DIR}/tools/check-includes)
+add_test(NAME checks.help COMMAND ${PROJECT_SOURCE_DIR}/tools/check-help)
 add_test(NAME checks.tidy COMMAND ${PROJECT_SOURCE_DIR}/tools/check-tidy ${PROJECT_BINARY_DIR})
 set_tests_properties(checks.tidy PROPERTIES PROCESSORS 2)

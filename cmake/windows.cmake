@@ -49,6 +49,7 @@ target_compile_options(vellumor_xp_imports PRIVATE -fno-lto)
 
 add_executable(vellumor WIN32 app/main.cpp $<TARGET_OBJECTS:vellumor_resources> $<TARGET_OBJECTS:vellumor_xp_imports>)
 target_link_libraries(vellumor PRIVATE vellumor_app)
+include(cmake/help.cmake)
 
 option(VELLUMOR_TESTS "Build the tests, which run under Wine" ON)
 if(VELLUMOR_TESTS)

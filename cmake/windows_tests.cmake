@@ -41,6 +41,9 @@ if(NOT VELLUMOR_ARCH STREQUAL "x86")
 endif()
 vellumor_test_program(e2e vellumor_driver vellumor_test_support shlwapi)
 add_dependencies(e2e_tests vellumor)
+if(TARGET vellumor_help)
+    add_dependencies(e2e_tests vellumor_help)
+endif()
 
 # These watch the clock, so they get the machine to themselves.
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)

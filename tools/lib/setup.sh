@@ -77,7 +77,8 @@ ensure_packages() {
 }
 
 ensure_build_tools() {
-    ensure_packages g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix g++ cmake ninja-build doctest-dev
+    ensure_packages g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix g++ cmake ninja-build doctest-dev \
+        cmark-gfm fp-utils
 }
 
 ensure_check_tools() {
