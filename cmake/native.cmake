@@ -14,3 +14,7 @@ add_test(NAME checks.includes COMMAND ${PROJECT_SOURCE_DIR}/tools/check-includes
 add_test(NAME checks.help COMMAND ${PROJECT_SOURCE_DIR}/tools/check-help)
 add_test(NAME checks.tidy COMMAND ${PROJECT_SOURCE_DIR}/tools/check-tidy ${PROJECT_BINARY_DIR})
 set_tests_properties(checks.tidy PROPERTIES PROCESSORS 2)
+
+# Needs what the builds for Windows have made, so it is run together with them.
+add_test(NAME checks.package COMMAND ${PROJECT_SOURCE_DIR}/tools/check-package)
+set_tests_properties(checks.package PROPERTIES PROCESSORS 2)
