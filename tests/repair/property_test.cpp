@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kBatches = 8;
+constexpr int kBatches = 16;
 constexpr int kTreesPerBatch = 300;  // one start of the editor costs as much as many trees
 
 /// Runs the system's registry editor, silently, and waits until it has ended.
