@@ -49,7 +49,8 @@ endif()
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)
 
 # The demo's guide is such a driver too.
-add_executable(demo_tour demo/tour.cpp)
+file(GLOB tour_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/demo/*.cpp)
+add_executable(demo_tour ${tour_sources})
 target_link_libraries(demo_tour PRIVATE vellumor_driver vellumor_platform)
 add_dependencies(demo_tour vellumor)
 

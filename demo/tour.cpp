@@ -1,5 +1,5 @@
-// Runs one analysis in the real program, from outside through its window: takes a picture of each stop on the
-// way and prints the rows that were found as a table.
+// Shows the real program around, from outside through its window: runs one analysis, prints the rows that
+// were found as a table, cleans one and brings it back, and takes a picture of each stop on the way.
 
 #include <windows.h>
 
@@ -10,23 +10,16 @@
 #include <string>
 #include <vector>
 
+#include "demo/visits.h"
 #include "platform/program_folder.h"
 #include "tests/driver/app_driver.h"
-#include "tests/driver/screen.h"
 
 namespace {
 
 constexpr DWORD kAnalysisPatience = 300'000;  // milliseconds
-constexpr DWORD kPaintPatience = 300;         // milliseconds until what was shown last is drawn
 constexpr char kPlanted[] = "Vellumor Demo";
 
 using Line = std::vector<std::string>;
-
-void Picture(const char* name) {
-    ::Sleep(kPaintPatience);
-    // Without the service there are no pictures, and the table is still worth having.
-    (void)TakePicture(name);
-}
 
 void PrintTable(const std::vector<Line>& lines) {
     std::vector<std::size_t> widths;
@@ -80,8 +73,12 @@ int RunTour() {
     const bool agree =
         message.find(" " + std::to_string(rows.size()) + " invalid entries") != std::string::npos;
     if (!agree) std::puts("The message does not name the number of rows.");
+    const bool undone = VisitCleaningAndUndo(app);
+    std::puts(undone ? "One row was cleaned and brought back from its undo file."
+                     : "The row that was to be cleaned is still there.");
+    VisitDialogs(app);
     app.PostClose();
-    return agree && app.WaitForExit() == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    return agree && undone && app.WaitForExit() == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 }  // namespace

@@ -48,9 +48,16 @@ LRESULT CStaticLink::OnNcHitTest(WPARAM, LPARAM) {
     return HTCLIENT;  // a plain text lets the mouse through to the dialog
 }
 
+void CStaticLink::UnderlineText() {
+    m_font = UnderlinedFontOf(GetSafeHwnd());
+    // Themed controls choose their font once more behind the request for colours, so it becomes the control's own.
+    if (m_font)
+        ::SendMessageA(GetSafeHwnd(), WM_SETFONT, reinterpret_cast<WPARAM>(m_font.Get()), MAKELPARAM(TRUE, 0));
+}
+
 LRESULT CStaticLink::OnColor(WPARAM context, LPARAM) {
     if (!IsText(GetSafeHwnd())) return 0;
-    if (!m_font) m_font = UnderlinedFontOf(GetSafeHwnd());
+    if (!m_font) UnderlineText();
     const auto device = reinterpret_cast<HDC>(context);
     if (m_font) ::SelectObject(device, m_font.Get());
     ::SetTextColor(device, m_color);

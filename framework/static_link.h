@@ -21,6 +21,7 @@ private:
     LRESULT OnLButtonDown(WPARAM, LPARAM);
     LRESULT OnSetCursor(WPARAM, LPARAM);
     void FindTarget();
+    void UnderlineText();
 
     CHyperLink m_link;
     COLORREF m_color = kUnvisited;

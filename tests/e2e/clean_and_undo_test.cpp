@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "platform/folder_tree.h"
+#include "tests/driver/dialog_driver.h"
 #include "tests/driver/screen.h"
-#include "tests/e2e/dialog_driver.h"
 #include "tests/e2e/program.h"
 #include "tests/e2e/rule_plants.h"
 #include "tests/e2e/shown_rows.h"

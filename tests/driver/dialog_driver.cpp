@@ -1,4 +1,4 @@
-#include "tests/e2e/dialog_driver.h"
+#include "tests/driver/dialog_driver.h"
 
 HWND WaitForDialog(const CAppDriver& app, const char* caption) {
     HWND found = nullptr;
