@@ -3,10 +3,42 @@
 #include "repair/repair_entry.h"
 #include "tests/repair/key_security.h"
 #include "tests/repair/repair_bench.h"
+#include "tests/support/call_hook.h"
 #include "tests/support/file_text.h"
 #include "tests/support/scratch_key.h"
 
 namespace {
+
+/// While it lives, a key is opened for deletion only where its list grants that, as on Windows; Wine lets
+/// everybody delete.
+class CGuardedDeletions {
+public:
+    CGuardedDeletions() { s_before = m_hook.Before(); }
+
+private:
+    static LSTATUS WINAPI Open(HKEY parent, LPCSTR subkey, DWORD options, REGSAM rights, PHKEY key) {
+        const auto open = reinterpret_cast<decltype(&::RegOpenKeyExA)>(reinterpret_cast<void*>(s_before));
+        CUniqueKey guarded;
+        if ((rights & DELETE) != 0 &&
+            open(parent, subkey, options, READ_CONTROL, guarded.Receive()) == ERROR_SUCCESS &&
+            !GrantsDeletion(guarded.Get()))
+            return ERROR_ACCESS_DENIED;
+        return open(parent, subkey, options, rights, key);
+    }
+    static bool GrantsDeletion(HKEY key) {
+        CKeySecurity security(key);
+        const PACL list = security.List();
+        for (DWORD index = 0; index < list->AceCount; ++index) {
+            void* entry = nullptr;
+            REQUIRE(::GetAce(list, index, &entry) != FALSE);
+            if ((static_cast<ACCESS_ALLOWED_ACE*>(entry)->Mask & DELETE) != 0) return true;
+        }
+        return false;
+    }
+
+    static inline FARPROC s_before = nullptr;
+    CCallHook m_hook{"RegOpenKeyExA", reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Open))};
+};
 
 constexpr char kAppPaths[] = R"(SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\)";
 constexpr char kClass[] = R"(Software\Classes\CLSID\{01234567-89AB-CDEF-0123-456789ABCDEF})";
@@ -28,17 +60,29 @@ TEST_CASE("a whole branch of which every key refuses access is exported and goes
     CHECK(bench.UndoText().find("\"outer\"=\"x\"") != std::string::npos);
 }
 
-TEST_CASE("a unit that grants reading alone goes, also from a parent that does") {
+TEST_CASE("a unit goes from a parent that grants reading alone, which is taken over and stays") {
     CScratchKey home(HKEY_LOCAL_MACHINE, std::string(kAppPaths) + "VellumorHome");
-    const HKEY unit = home.Add("gone.exe");
-    SetText(home.Add(R"(gone.exe\sub)"), "v", "x");
-    home.Add("beside.exe");
-    home.Restrict(unit, KEY_READ);
+    for (const char* name : {R"(gone.exe\sub)", "beside.exe"}) home.Add(name);
     home.Restrict(home.Get(), KEY_READ);
+    const CGuardedDeletions guard;
     const CRepairBench bench;
     CHECK(bench.Repair(home.Path() + R"(\gone.exe)"));
     CHECK_FALSE(KeyExists(HKEY_LOCAL_MACHINE, home.Subkey() + R"(\gone.exe)"));
     CHECK(KeyExists(HKEY_LOCAL_MACHINE, home.Subkey() + R"(\beside.exe)"));
+    CHECK(CKeySecurity(home.Get()).List()->AceCount == 1);
+}
+
+TEST_CASE("a unit goes that can be read but not deleted, with subkeys that are like it") {
+    CScratchKey unit(HKEY_LOCAL_MACHINE, std::string(kAppPaths) + "VellumorGone.exe");
+    const HKEY inner = unit.Add("a");
+    SetText(unit.Add(R"(a\b)"), "v", "x");
+    unit.Restrict(inner, KEY_READ);
+    unit.Restrict(unit.Get(), KEY_READ);
+    const CGuardedDeletions guard;
+    const CRepairBench bench;
+    CHECK(bench.Repair(unit.Path()));
+    CHECK_FALSE(KeyExists(HKEY_LOCAL_MACHINE, unit.Subkey()));
+    CHECK(bench.Exports() == std::vector<std::string>{unit.Path().substr(1)});
     CHECK(bench.UndoText().find("\"v\"=\"x\"") != std::string::npos);
 }
 
