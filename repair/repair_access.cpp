@@ -3,6 +3,7 @@
 #include "registry/key_link.h"
 #include "registry/key_ownership.h"
 #include "registry/registry_access.h"
+#include "repair/key_deletion.h"
 #include "repair/reg_file.h"
 
 namespace {
@@ -29,10 +30,10 @@ void ExportBranch(const RepairTarget& target, const std::string& path) {
 }
 
 void ExportUnit(const RepairTarget& target, const std::string& unit) {
-    if (Export(target, unit, ExportedLink::Itself) != export_errors::kKeyNotOpened) return;
     CUniqueKey key;
-    constexpr REGSAM kReading = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS;
-    if (OpenKeyItself(target.rootKey, unit.c_str(), kReading, key) != ERROR_ACCESS_DENIED) return;
-    ForceKeyAccess(target.rootKey, unit.c_str());
+    constexpr REGSAM kNeeded = KEY_QUERY_VALUE | kDeletionAccess;
+    if (OpenKeyItself(target.rootKey, unit.c_str(), kNeeded, key) == ERROR_ACCESS_DENIED)
+        ForceKeyAccess(target.rootKey, unit.c_str());
+    key.Reset();
     if (Export(target, unit, ExportedLink::Itself) != ERROR_SUCCESS) return;  // the repair goes ahead
 }

@@ -18,6 +18,7 @@
 /// failure does not hold the repair up.
 void ExportBranch(const RepairTarget& target, const std::string& path);
 
-/// The same for a key that is going to be deleted: a link is exported as a link, and a key that refuses
-/// reading is taken over first, since deleting it would do that anyway, and then without a copy.
+/// The same for a key that is going to be deleted: a link is exported as a link. A key that refuses reading
+/// or deleting is taken over first; once its deletion has been refused it would be too late for a copy, and
+/// the subkeys of the key would stay.
 void ExportUnit(const RepairTarget& target, const std::string& unit);

@@ -164,3 +164,15 @@ TEST_CASE("deleting the key itself leaves the target of a link alone") {
     CHECK(DeleteKeyItself(scratch.Get(), "full") != ERROR_SUCCESS);
     CHECK(Exists(scratch, "full\\sub"));
 }
+
+TEST_CASE("a link that may be deleted but not read is not mistaken for a key of its target") {
+    CUniqueKey link;
+    CScratchKey scratch;
+    link = MakeLink(scratch.Get(), "link", ObjectName(scratch.Add("target")));
+    scratch.Restrict(link.Get(), DELETE);
+    CUniqueKey read;
+    REQUIRE(OpenKeyItself(scratch.Get(), "link", KEY_QUERY_VALUE, read) == ERROR_ACCESS_DENIED);
+    CHECK(DeleteKeyItself(scratch.Get(), "link") == ERROR_SUCCESS);
+    CHECK(OpenKeyItself(scratch.Get(), "link", DELETE, read) == ERROR_FILE_NOT_FOUND);
+    CHECK(Exists(scratch, "target"));
+}

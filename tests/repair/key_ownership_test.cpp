@@ -2,71 +2,13 @@
 
 #include <doctest/doctest.h>
 
-#include <vector>
-
 #include "platform/privileges.h"
+#include "tests/repair/key_security.h"
 #include "tests/repair/repair_bench.h"
 #include "tests/support/native_calls.h"
 #include "tests/support/scratch_key.h"
 
 namespace {
-
-/// A key's owner and access list, read in this test's own way.
-class CKeySecurity {
-public:
-    explicit CKeySecurity(HKEY key) {
-        constexpr SECURITY_INFORMATION kParts = OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
-        DWORD size = 0;
-        ::RegGetKeySecurity(key, kParts, nullptr, &size);
-        m_block.resize(size);
-        REQUIRE(::RegGetKeySecurity(key, kParts, m_block.data(), &size) == ERROR_SUCCESS);
-    }
-
-    [[nodiscard]] PSID Owner() {
-        PSID owner = nullptr;
-        BOOL isDefaulted = FALSE;
-        ::GetSecurityDescriptorOwner(m_block.data(), &owner, &isDefaulted);
-        return owner;
-    }
-    [[nodiscard]] PACL List() {
-        PACL list = nullptr;
-        BOOL isPresent = FALSE;
-        BOOL isDefaulted = FALSE;
-        ::GetSecurityDescriptorDacl(m_block.data(), &isPresent, &list, &isDefaulted);
-        REQUIRE(isPresent != FALSE);
-        return list;
-    }
-
-private:
-    std::vector<unsigned char> m_block;
-};
-
-/// The user of this process.
-class CUser {
-public:
-    CUser() {
-        CUniqueHandle token;
-        REQUIRE(::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, token.Receive()) != FALSE);
-        DWORD size = 0;
-        ::GetTokenInformation(token.Get(), TokenUser, nullptr, 0, &size);
-        m_block.resize(size);
-        REQUIRE(::GetTokenInformation(token.Get(), TokenUser, m_block.data(), size, &size) != FALSE);
-    }
-    [[nodiscard]] PSID Identifier() { return reinterpret_cast<TOKEN_USER*>(m_block.data())->User.Sid; }
-
-private:
-    std::vector<unsigned char> m_block;
-};
-
-bool IsEnabled(const char* privilege) {
-    CUniqueHandle token;
-    REQUIRE(::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, token.Receive()) != FALSE);
-    PRIVILEGE_SET set{1, PRIVILEGE_SET_ALL_NECESSARY, {}};
-    REQUIRE(::LookupPrivilegeValueA(nullptr, privilege, &set.Privilege[0].Luid) != FALSE);
-    BOOL isEnabled = FALSE;
-    REQUIRE(::PrivilegeCheck(token.Get(), &set, &isEnabled) != FALSE);
-    return isEnabled != FALSE;
-}
 
 void CheckFullAccessForUserAlone(HKEY key) {
     CKeySecurity security(key);
@@ -113,17 +55,7 @@ TEST_CASE("full access with the privilege to restore does the same and enables t
 TEST_CASE("taking ownership makes the user the owner, and gives the privileges back") {
     CScratchKey scratch;
     const HKEY key = scratch.Add("foreign");
-    SID_IDENTIFIER_AUTHORITY world = SECURITY_WORLD_SID_AUTHORITY;
-    PSID everyone = nullptr;
-    REQUIRE(::AllocateAndInitializeSid(&world, 1, SECURITY_WORLD_RID, 0, 0, 0, 0, 0, 0, 0, &everyone) !=
-            FALSE);
-    SECURITY_DESCRIPTOR descriptor{};
-    ::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
-    ::SetSecurityDescriptorOwner(&descriptor, everyone, FALSE);
-    REQUIRE(::RegSetKeySecurity(key, OWNER_SECURITY_INFORMATION, &descriptor) == ERROR_SUCCESS);
-    REQUIRE(::EqualSid(CKeySecurity(key).Owner(), everyone) != FALSE);
-    ::FreeSid(everyone);
-
+    GiveToEveryone(key);
     TakeKeyOwnership(HKEY_CURRENT_USER, (scratch.Subkey() + "\\foreign").c_str());
     CKeySecurity security(key);
     CHECK(::EqualSid(security.Owner(), CUser().Identifier()) != FALSE);

@@ -17,8 +17,8 @@ struct Row {
 std::vector<std::string> OneExportOf(const CPlantedUnit& unit) { return {unit.KeyText()}; }
 
 void CheckUnitGoes(const Row& row) {
-    CAPTURE(row.unit);
-    CAPTURE(row.below);
+    CAPTURE(std::string(row.unit));
+    CAPTURE(std::string(row.below));
     const CRepairBench bench;
     const CPlantedUnit unit(row.root, row.unit);
     std::string entry = std::string("\\") + row.root + "\\" + row.unit + row.below;

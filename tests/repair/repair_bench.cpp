@@ -20,6 +20,13 @@ void DeleteTree(HKEY root, const std::string& path) {
 
 std::string ParentOf(const std::string& path) { return path.substr(0, path.rfind('\\')); }
 
+/// The first key of a path that is not there yet; the path itself when all those above it are.
+std::string TopmostMissing(HKEY root, const std::string& path) {
+    for (std::size_t end = path.find('\\'); end != std::string::npos; end = path.find('\\', end + 1))
+        if (!KeyExists(root, path.substr(0, end))) return path.substr(0, end);
+    return path;
+}
+
 }  // namespace
 
 HKEY RootNamed(const std::string& name) {
@@ -53,7 +60,10 @@ bool ValueExists(HKEY root, const std::string& path, const std::string& name) {
 }
 
 CPlantedUnit::CPlantedUnit(const std::string& rootName, const std::string& path)
-    : m_rootName(rootName), m_root(RootNamed(rootName)), m_path(path) {
+    : m_rootName(rootName),
+      m_root(RootNamed(rootName)),
+      m_path(path),
+      m_topmost(TopmostMissing(m_root, path)) {
     SetValue(m_root, m_path, "", "default");
     SetValue(m_root, m_path, "named", "text");
     SetValue(m_root, m_path + R"(\sub)", "deep", "text");
@@ -64,6 +74,11 @@ CPlantedUnit::CPlantedUnit(const std::string& rootName, const std::string& path)
 CPlantedUnit::~CPlantedUnit() {
     DeleteTree(m_root, m_path);
     DeleteTree(m_root, m_path + "-beside");
+    DeleteTree(m_root, m_topmost);
+    CUniqueKey parent;
+    if (::RegOpenKeyExA(m_root, ParentOf(m_path).c_str(), 0, KEY_SET_VALUE, parent.Receive()) ==
+        ERROR_SUCCESS)
+        ::RegDeleteValueA(parent.Get(), "kept");
 }
 
 bool CPlantedUnit::SurroundingsAreWhole() const {

@@ -36,6 +36,7 @@ private:
     std::string m_rootName;
     HKEY m_root;
     std::string m_path;
+    std::string m_topmost;  // of the keys that had to be made
 };
 
 /// An undo file in a folder of its own, and repairs that write into it.

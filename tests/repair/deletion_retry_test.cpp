@@ -1,0 +1,138 @@
+#include <doctest/doctest.h>
+
+#include "repair/key_deletion.h"
+#include "tests/repair/repair_bench.h"
+#include "tests/support/call_hook.h"
+#include "tests/support/native_calls.h"
+#include "tests/support/scratch_key.h"
+
+namespace {
+
+template <class Function>
+FARPROC Address(Function* function) {
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(function));
+}
+
+/// Makes a key anew each time it is deleted, as a program would that watches it.
+struct Watcher {
+    static inline FARPROC before = nullptr;
+    static inline HKEY home = nullptr;
+    static inline int left = 0;
+
+    static LSTATUS WINAPI Delete(HKEY parent, LPCSTR subkey) {
+        const auto deleteKey = reinterpret_cast<decltype(&::RegDeleteKeyA)>(reinterpret_cast<void*>(before));
+        const LSTATUS result = deleteKey(parent, subkey);
+        if (result == ERROR_SUCCESS && std::string("again") == subkey && left-- > 0) MakeKey(home, "again");
+        return result;
+    }
+};
+
+/// Refuses one key until a time has come.
+struct Guard {
+    static inline FARPROC before = nullptr;
+    static inline DWORD start = 0;
+    static inline DWORD patience = 0;
+    static inline std::string tries;
+
+    static LSTATUS WINAPI Delete(HKEY parent, LPCSTR subkey) {
+        tries += subkey;
+        if (std::string("b") == subkey && ::GetTickCount() - start < patience) return ERROR_BUSY;
+        return reinterpret_cast<decltype(&::RegDeleteKeyA)>(reinterpret_cast<void*>(before))(parent, subkey);
+    }
+};
+
+/// Lets one enumeration of subkeys fail, counted from 0.
+struct Enumerations {
+    static inline FARPROC before = nullptr;
+    static inline int toFailure = 0;
+
+    static LSTATUS WINAPI Next(HKEY key, DWORD index, LPSTR name, LPDWORD length, LPDWORD reserved, LPSTR cls,
+                               LPDWORD classLength, PFILETIME time) {
+        if (toFailure-- == 0) return ERROR_NO_SYSTEM_RESOURCES;
+        return reinterpret_cast<decltype(&::RegEnumKeyExA)>(reinterpret_cast<void*>(before))(
+            key, index, name, length, reserved, cls, classLength, time);
+    }
+};
+
+LSTATUS Delete(const CScratchKey& scratch, const std::string& name) {
+    CUniqueKey parent;
+    REQUIRE(::RegOpenKeyExA(scratch.Get(), "", 0, kDeletionAccess, parent.Receive()) == ERROR_SUCCESS);
+    return DeleteKeyRecursive({parent.Get(), HKEY_CURRENT_USER, scratch.Subkey()}, name);
+}
+
+bool Exists(const CScratchKey& scratch, const std::string& name) {
+    return KeyExists(HKEY_CURRENT_USER, scratch.Subkey() + "\\" + name);
+}
+
+}  // namespace
+
+TEST_CASE("a subkey that comes back some times is deleted as often") {
+    CScratchKey scratch;
+    Watcher::home = scratch.Add("dead");
+    for (const char* name : {R"(dead\again)", R"(dead\z)"}) scratch.Add(name);
+    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
+    Watcher::before = hook.Before();
+    Watcher::left = 5;
+    CHECK(Delete(scratch, "dead") == ERROR_SUCCESS);
+    CHECK_FALSE(Exists(scratch, "dead"));
+}
+
+TEST_CASE("a subkey that comes back for ever holds the deletion for ten seconds, then its parents stay") {
+    CScratchKey scratch;
+    Watcher::home = scratch.Add(R"(dead\inner)");
+    for (const char* name : {R"(dead\a)", R"(dead\inner\again)"}) scratch.Add(name);
+    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
+    Watcher::before = hook.Before();
+    Watcher::left = 1'000'000;
+    const DWORD start = ::GetTickCount();
+    CHECK(Delete(scratch, "dead") != ERROR_SUCCESS);
+    const DWORD taken = ::GetTickCount() - start;
+    CHECK(taken >= 10'000);
+    CHECK(taken < 15'000);
+    CHECK_FALSE(Exists(scratch, R"(dead\a)"));
+    CHECK(Exists(scratch, R"(dead\inner)"));
+    Watcher::left = 0;
+}
+
+TEST_CASE("a subkey that becomes deletable after a second is deleted, before any that stands behind it") {
+    CScratchKey scratch;
+    for (const char* name : {R"(d\a)", R"(d\b)", R"(d\c)"}) scratch.Add(name);
+    const CCallHook hook("RegDeleteKeyA", Address(&Guard::Delete));
+    Guard::before = hook.Before();
+    Guard::tries.clear();
+    Guard::patience = 1000;
+    Guard::start = ::GetTickCount();
+    CHECK(Delete(scratch, "d") == ERROR_SUCCESS);
+    const DWORD taken = ::GetTickCount() - Guard::start;
+    CHECK(taken >= 1000);
+    CHECK(taken < 5000);
+    CHECK_FALSE(Exists(scratch, "d"));
+    CHECK(Guard::tries.starts_with("abb"));
+    CHECK(Guard::tries.ends_with("bcd"));
+    CHECK(Guard::tries.find_first_not_of('b', 1) == Guard::tries.size() - 2);
+}
+
+TEST_CASE("a subkey's own failure to be listed is not looked at: the subkey is tried again") {
+    CScratchKey scratch;
+    for (const char* name : {R"(dead\a\x)", R"(dead\b)"}) scratch.Add(name);
+    const CCallHook hook("RegEnumKeyExA", Address(&Enumerations::Next));
+    Enumerations::before = hook.Before();
+    Enumerations::toFailure = 1;  // the first is that of the key itself
+    CHECK(Delete(scratch, "dead") == ERROR_SUCCESS);
+    CHECK(Enumerations::toFailure < 0);
+    CHECK_FALSE(Exists(scratch, "dead"));
+}
+
+TEST_CASE("a key whose listing fails half-way stays, and every key that was opened is closed") {
+    CScratchKey scratch;
+    for (const char* name : {R"(dead\a)", R"(dead\b)"}) scratch.Add(name);
+    CHECK(Delete(scratch, "absent") == ERROR_FILE_NOT_FOUND);  // what the system opens once is open now
+    const std::size_t handles = OwnHandles().size();
+    const CCallHook hook("RegEnumKeyExA", Address(&Enumerations::Next));
+    Enumerations::before = hook.Before();
+    Enumerations::toFailure = 2;  // behind the key's first and the first subkey's
+    CHECK(Delete(scratch, "dead") == ERROR_NO_SYSTEM_RESOURCES);
+    CHECK(OwnHandles().size() == handles);
+    CHECK_FALSE(Exists(scratch, R"(dead\a)"));
+    CHECK(Exists(scratch, R"(dead\b)"));
+}
