@@ -50,9 +50,11 @@ LRESULT CStaticLink::OnNcHitTest(WPARAM, LPARAM) {
 
 void CStaticLink::UnderlineText() {
     m_font = UnderlinedFontOf(GetSafeHwnd());
-    // Themed controls choose their font once more behind the request for colours, so it becomes the control's own.
+    // Themed controls choose their font once more behind the request for colours, so it becomes the control's
+    // own.
     if (m_font)
-        ::SendMessageA(GetSafeHwnd(), WM_SETFONT, reinterpret_cast<WPARAM>(m_font.Get()), MAKELPARAM(TRUE, 0));
+        ::SendMessageA(GetSafeHwnd(), WM_SETFONT, reinterpret_cast<WPARAM>(m_font.Get()),
+                       MAKELPARAM(TRUE, 0));
 }
 
 LRESULT CStaticLink::OnColor(WPARAM context, LPARAM) {

@@ -1,5 +1,7 @@
 #include "repair/key_deletion.h"
 
+#include <set>
+
 #include "platform/owners.h"
 #include "registry/key_link.h"
 #include "registry/key_ownership.h"
@@ -29,7 +31,7 @@ public:
 
 private:
     [[nodiscard]] LSTATUS DeleteSubkeys(const OpenedKey& key) {
-        std::string lastDeleted;
+        std::set<std::string> deletedNames;
         char name[kNameBytes + 1];
         for (;;) {
             const LSTATUS found = EnumSubkey(key.key, 0, name);
@@ -37,9 +39,8 @@ private:
             if (found != ERROR_SUCCESS) return found;
             const LSTATUS deleted = Delete(key, name);
             // A key that somebody makes anew as often as it is deleted is no change either.
-            if (deleted == ERROR_SUCCESS && lastDeleted != name) {
+            if (deleted == ERROR_SUCCESS && deletedNames.insert(name).second) {
                 m_standsStill = false;
-                lastDeleted = name;
                 continue;
             }
             if (HasStoodStillTooLong()) return deleted;

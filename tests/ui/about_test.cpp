@@ -114,8 +114,8 @@ TEST_CASE("links are underlined and blue on the dialog's own background, other l
             CHECK(drawing.isUnderlined);
             CHECK(drawing.brush == ::GetStockObject(NULL_BRUSH));
             LOGFONTA font{};
-            ::GetObjectA(reinterpret_cast<HFONT>(::SendMessageA(Control(link), WM_GETFONT, 0, 0)), sizeof font,
-                         &font);
+            ::GetObjectA(reinterpret_cast<HFONT>(::SendMessageA(Control(link), WM_GETFONT, 0, 0)),
+                         sizeof font, &font);
             CHECK(font.lfUnderline != FALSE);
         }
         CHECK(DrawingOf(kVersion).color != kBlue);
