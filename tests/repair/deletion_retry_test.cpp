@@ -13,16 +13,20 @@ FARPROC Address(Function* function) {
     return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(function));
 }
 
-/// Makes a key anew each time it is deleted, as a program would that watches it.
+/// Makes a key anew each time it is deleted, as a program would that watches it; or two keys in turn.
 struct Watcher {
     static inline FARPROC before = nullptr;
     static inline HKEY home = nullptr;
     static inline int left = 0;
+    static inline bool inTurn = false;
 
     static LSTATUS WINAPI Delete(HKEY parent, LPCSTR subkey) {
         const auto deleteKey = reinterpret_cast<decltype(&::RegDeleteKeyA)>(reinterpret_cast<void*>(before));
         const LSTATUS result = deleteKey(parent, subkey);
-        if (result == ERROR_SUCCESS && std::string("again") == subkey && left-- > 0) MakeKey(home, "again");
+        const std::string name = subkey;
+        const std::string other = name == "again" ? "then" : "again";
+        if (result == ERROR_SUCCESS && (name == "again" || name == "then") && left-- > 0)
+            MakeKey(home, inTurn ? other : name);
         return result;
     }
 };
@@ -77,13 +81,14 @@ TEST_CASE("a subkey that comes back some times is deleted as often") {
     CHECK_FALSE(Exists(scratch, "dead"));
 }
 
-TEST_CASE("a subkey that comes back for ever holds the deletion for ten seconds, then its parents stay") {
+TEST_CASE("subkeys that come back in turn for ever hold the deletion for ten seconds, then their parents stay") {
     CScratchKey scratch;
     Watcher::home = scratch.Add(R"(dead\inner)");
     for (const char* name : {R"(dead\a)", R"(dead\inner\again)"}) scratch.Add(name);
     const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
     Watcher::before = hook.Before();
     Watcher::left = 1'000'000;
+    Watcher::inTurn = true;
     const DWORD start = ::GetTickCount();
     CHECK(Delete(scratch, "dead") != ERROR_SUCCESS);
     const DWORD taken = ::GetTickCount() - start;
@@ -92,6 +97,7 @@ TEST_CASE("a subkey that comes back for ever holds the deletion for ten seconds,
     CHECK_FALSE(Exists(scratch, R"(dead\a)"));
     CHECK(Exists(scratch, R"(dead\inner)"));
     Watcher::left = 0;
+    Watcher::inTurn = false;
 }
 
 TEST_CASE("a subkey that becomes deletable after a second is deleted, before any that stands behind it") {
