@@ -7,6 +7,7 @@
 
 #include "tests/driver/screen.h"
 #include "tests/driver/window_access.h"
+#include "tests/e2e/dialog_driver.h"
 #include "tests/e2e/frozen_worker.h"
 #include "tests/e2e/program_copy.h"
 #include "tests/support/file_text.h"
@@ -72,11 +73,6 @@ struct Fixture {
     }
 };
 
-void Press(HWND dialog, int button) {
-    ::PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
-                   reinterpret_cast<LPARAM>(::GetDlgItem(dialog, button)));
-}
-
 /// Lists so many hives that a worker is at them for a while.
 void AddManyHives(CPlantedHives& hives) {
     for (int number = 100; number < 300; ++number) hives.AddMachine("Vellumor" + std::to_string(number));
@@ -138,7 +134,7 @@ TEST_CASE_FIXTURE(Fixture, "while a backup runs its dialog shows two bars and ca
     const HWND busy = ::GetDlgItem(dialog, kBusyBar);
     const LRESULT before = Ask(busy, PBM_GETPOS);
     WaitFor("the busy bar", [&] { return Ask(busy, PBM_GETPOS) >= before + 30; });
-    for (const int button : {IDOK, IDCANCEL}) Press(dialog, button);
+    for (const int button : {IDOK, IDCANCEL}) PressButton(dialog, button);
     ::PostMessageA(dialog, WM_CLOSE, 0, 0);
     app.PostClose();
     TakePicture("backup-dialog");
@@ -175,16 +171,16 @@ TEST_CASE_FIXTURE(Fixture, "the Restore dialog lists, warns, refuses and deletes
 
     list.Check(0, true);
     list.Check(1, true);
-    Press(dialog, IDOK);
+    PressButton(dialog, IDOK);
     CHECK(DismissNote() == "Can not restore backup made on different time once.");
     list.Check(0, false);
-    Press(dialog, kDelete);
+    PressButton(dialog, kDelete);
     CHECK(AnswerQuestion("Yes") == std::string("Delete the registry backup file: ") + kSecond + " ?");
     CHECK(DismissNote() == std::string("Registry backup file: ") + kSecond + " deleted successfully.");
     CHECK(list.Count() == 3);
     CHECK_FALSE(fs::exists(copy / (std::string("Backup\\") + kSecond)));
     CHECK(fs::exists(copy / (std::string("Backup\\") + kFirst + "\\MACHINE.VellumorA.bck")));
-    Press(dialog, IDCANCEL);
+    PressButton(dialog, IDCANCEL);
     WaitForSilentEnd();
 }
 
@@ -194,7 +190,7 @@ TEST_CASE_FIXTURE(Fixture, "a restore of a hive that is not loaded ends in silen
     const HWND dialog = WaitForDialogWith(kRestoreList);
     const CRemoteList list(app.Process(), ::GetDlgItem(dialog, kRestoreList));
     list.Check(0, true);
-    Press(dialog, IDOK);
+    PressButton(dialog, IDOK);
     CHECK(AnswerQuestion("Yes") == "Restore the registry backup on 2009/05/14/16:03:27?");
     WaitForSilentEnd();
     CHECK(fs::exists(file));
@@ -209,7 +205,7 @@ TEST_CASE_FIXTURE(Fixture, "a restore that finds its old file in use says that a
     app.Post(commands::kRestore);
     const HWND dialog = WaitForDialogWith(kRestoreList);
     CRemoteList(app.Process(), ::GetDlgItem(dialog, kRestoreList)).Check(0, true);
-    Press(dialog, IDOK);
+    PressButton(dialog, IDOK);
     (void)AnswerQuestion("Yes");
     CHECK(DismissNote() == "System must be restarted firstly because of sharing conflict!");
     WaitForSilentEnd();
@@ -233,7 +229,7 @@ TEST_CASE_FIXTURE(Fixture, "a compaction writes its files, and its summary can b
     auto worker = FreezeHiveWorker(app, threads);
     const HWND progress = WaitForDialogWith(kCompactBar);
     CHECK_FALSE(Exists(hives.FilePath("VellumorA.bak")));
-    for (const int button : {IDOK, IDCANCEL}) Press(progress, button);
+    for (const int button : {IDOK, IDCANCEL}) PressButton(progress, button);
     WaitFor("the busy bar", [&] { return Ask(::GetDlgItem(progress, kCompactBar), PBM_GETPOS) >= 30; });
     TakePicture("compact-dialog");
     CHECK(::IsWindowVisible(progress) != FALSE);

@@ -31,6 +31,30 @@ private:
     CCallHook m_hook;
 };
 
+/// Records which folders the program has the system remove.
+class CRemovals {
+public:
+    CRemovals() : m_hook("RemoveDirectoryA", reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Record))) {
+        Asked().clear();
+        s_remove = reinterpret_cast<RemoveProc>(reinterpret_cast<void*>(m_hook.Before()));
+    }
+    [[nodiscard]] static Names& Asked() {
+        static Names asked;
+        return asked;
+    }
+
+private:
+    using RemoveProc = BOOL(WINAPI*)(LPCSTR);
+
+    static BOOL WINAPI Record(LPCSTR path) {
+        Asked().emplace_back(path);
+        return s_remove(path);
+    }
+
+    static inline RemoveProc s_remove = nullptr;
+    CCallHook m_hook;
+};
+
 constexpr SYSTEMTIME kTime{2009, 5, 4, 14, 16, 3, 7, 0};
 
 }  // namespace
@@ -122,6 +146,17 @@ TEST_CASE("deleting a tree leaves alone what a link in it leads to") {
     CHECK(DeleteFolderTree(folder) == !Exists(link));
     CHECK_FALSE(Exists(inside));
     CHECK(Exists(kept));
+}
+
+TEST_CASE("a link in a tree is removed itself, as a folder is") {
+    const CScratchFolder scratch;
+    const std::string target = scratch.AddFolder("target");
+    (void)scratch.AddFolder("target\\inner");
+    const std::string folder = scratch.AddFolder("folder");
+    const std::string link = scratch.AddFolderLink("folder\\link", target);
+    const CRemovals removals;
+    (void)DeleteFolderTree(folder);
+    CHECK(CRemovals::Asked() == Names{link, folder});  // Wine refuses the first
 }
 
 TEST_CASE("deleting a link to a folder leaves alone what is behind it") {
