@@ -17,6 +17,8 @@ enum AnalysisMessage : UINT {
     WM_ANALYZE_ROW,       // a row waits in the channel
     WM_ANALYZE_PROGRESS,  // the key under examination waits in the channel
     WM_ANALYZE_CANCELED,  // a stage saw the cancel event and is about to end
+    WM_COMPACT_DONE,      // posted: all hives are compacted
+    WM_BACKUP_DONE,       // posted: all hives are saved
 };
 
 /// The slots through which a worker hands rows and progress to the view. The worker fills them and sends a

@@ -26,7 +26,8 @@ vellumor_folder(framework vellumor_platform comctl32 gdi32)
 vellumor_folder(registry vellumor_platform)
 vellumor_folder(analysis vellumor_registry shlwapi)
 vellumor_folder(repair vellumor_registry)
-vellumor_folder(ui vellumor_framework vellumor_analysis vellumor_repair)
+vellumor_folder(hives vellumor_registry)
+vellumor_folder(ui vellumor_framework vellumor_analysis vellumor_repair vellumor_hives)
 vellumor_folder(app vellumor_ui)
 
 # The about box tells which commit it was built from. A copy of the sources without a history is told by hand.

@@ -28,7 +28,8 @@ endif()
 if(EXISTS ${PROJECT_SOURCE_DIR}/tests/repair/main.cpp)
     vellumor_test_program(repair vellumor_test_support)
 endif()
-vellumor_test_program(ui vellumor_app $<TARGET_OBJECTS:vellumor_resources>)
+vellumor_test_program(hives vellumor_test_support vellumor_hives)
+vellumor_test_program(ui vellumor_app vellumor_test_support $<TARGET_OBJECTS:vellumor_resources>)
 
 # Drives a running Vellumor from outside, through its window.
 file(GLOB driver_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/driver/*.cpp)
@@ -44,6 +45,9 @@ add_dependencies(e2e_tests vellumor)
 if(TARGET vellumor_help)
     add_dependencies(e2e_tests vellumor_help)
 endif()
+
+# Both make backups in the folder that they lie in.
+set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
 
 # These watch the clock, so they get the machine to themselves.
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)

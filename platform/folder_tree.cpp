@@ -35,3 +35,10 @@ void DeleteFolderContents(const std::string& folder) {
         if (name != "." && name != "..") DeleteEntry(folder + "\\" + name, entry.dwFileAttributes);
     } while (::FindNextFileA(search.Get(), &entry) != FALSE);
 }
+
+bool DeleteFolderTree(const std::string& folder) {
+    const DWORD attributes = ::GetFileAttributesA(folder.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return false;
+    DeleteEntry(folder, attributes);
+    return ::GetFileAttributesA(folder.c_str()) == INVALID_FILE_ATTRIBUTES;
+}

@@ -78,3 +78,17 @@ int CSystemActions::ShowMessage(HWND owner, const char* text, const char* captio
 }
 
 void CSystemActions::EmptyFolder(const std::string& folder) { DeleteFolderContents(folder); }
+
+LSTATUS CSystemActions::SaveHive(HKEY hive, const char* file) { return ::RegSaveKeyA(hive, file, nullptr); }
+
+LSTATUS CSystemActions::ReplaceHive(HKEY hive, const char* newFile, const char* oldFile) {
+    return ::RegReplaceKeyA(hive, nullptr, newFile, oldFile);
+}
+
+std::string CSystemActions::DeviceOfDrive(const char* drive) {
+    char device[MAX_PATH] = "";
+    if (::QueryDosDeviceA(drive, device, sizeof device) == 0) return {};
+    return device;  // the first of several names: the one in force
+}
+
+bool CSystemActions::RestartSystem() { return ::ExitWindowsEx(EWX_REBOOT, 0) != FALSE; }

@@ -11,8 +11,9 @@ struct RunningProgram {
     DWORD processId = 0;
 };
 
-/// Everything that starts, ends or endangers something outside this program, and only that. The program calls
-/// the system through it; tests put a recording fake in its place.
+/// Everything that starts, ends or endangers something outside this program, and besides that only what Wine
+/// merely pretends to do or a test has to choose. The program calls the system through it; tests put a
+/// recording fake in its place.
 class CSystemActions {
 public:
     virtual ~CSystemActions() = default;
@@ -36,6 +37,18 @@ public:
     virtual int ShowMessage(HWND owner, const char* text, const char* caption, UINT flags);
     /// Deletes everything in a folder; see DeleteFolderContents.
     virtual void EmptyFolder(const std::string& folder);
+
+    /// Writes a key and all that is below it to a file in the system's own format.
+    /// @return the system's code; ERROR_ALREADY_EXISTS when the file is there.
+    [[nodiscard]] virtual LSTATUS SaveHive(HKEY hive, const char* file);
+    /// Has the system load another file for a hive from its next start on, in the place and under the name of
+    /// the present one, which becomes `oldFile`. The new file is gone from its own place then.
+    /// @return the system's code.
+    [[nodiscard]] virtual LSTATUS ReplaceHive(HKEY hive, const char* newFile, const char* oldFile);
+    /// @param drive  as in "C:". @return its device, as in "\Device\HarddiskVolume1"; empty: unknown.
+    [[nodiscard]] virtual std::string DeviceOfDrive(const char* drive);
+    /// Ends all programs and starts the system anew. @return false when the system refuses.
+    virtual bool RestartSystem();
 };
 
 /// The actions in force.

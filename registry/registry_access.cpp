@@ -9,9 +9,8 @@ LSTATUS OpenKey(HKEY parent, const char* subkey, REGSAM access, CUniqueKey& key)
 LSTATUS EnumValue(HKEY key, DWORD index, ValueBuffers& value) {
     value.Clear();
     DWORD nameBytes = kNameBytes;
-    DWORD dataBytes = kDataBytes;
     return ::RegEnumValueA(key, index, value.name, &nameBytes, nullptr, nullptr,
-                           reinterpret_cast<BYTE*>(value.data), &dataBytes);
+                           reinterpret_cast<BYTE*>(value.data), &value.dataBytes);
 }
 
 LSTATUS EnumSubkey(HKEY key, DWORD index, char (&name)[kNameBytes + 1]) {

@@ -24,10 +24,12 @@ constexpr DWORD kDataBytes = 260;
 struct ValueBuffers {
     char name[kNameBytes + 1];
     char data[kDataBytes + 1];
+    DWORD dataBytes;  // as the call reported it, terminator included
 
     void Clear() {
         std::memset(name, 0, sizeof name);
         std::memset(data, 0, sizeof data);
+        dataBytes = kDataBytes;
     }
 };
 

@@ -27,6 +27,25 @@ inline constexpr char kCleanedSeveral[] = " selected invalid registry entries cl
 inline constexpr char kRepairUndone[] = "Repair made on ";
 inline constexpr char kRecovered[] = " recovered successfully.";
 
+inline constexpr char kAskBackup[] = "Registry backup will take 3 to 5 minutes. Continue?";
+inline constexpr char kNoBackupFolder[] = "Can not create registry backup file.";
+inline constexpr char kBackupDone[] = "Registry backup completed successfully.";
+
+inline constexpr char kSharingConflict[] = "System must be restarted firstly because of sharing conflict!";
+inline constexpr char kCannotRestore[] = "Can not restore registry, please restart system and try again!";
+inline constexpr char kBackupMadeOn[] = "Backup made on ";
+inline constexpr char kRestored[] =
+    " restored successfully. For safety of system and registry, system must be restarted now!";
+
+inline constexpr char kAskCompact[] =
+    "Registry compact will take 3 to 5 minutes and other operations not recommended! Continue?";
+inline constexpr char kCompactDone[] =
+    "Registry compact finished. For safety of system and registry, System must be restarted now!";
+inline constexpr char kColumnPath[] = "Path";
+inline constexpr char kColumnSizeBefore[] = "Size before";
+inline constexpr char kColumnSizeAfter[] = "Size after";
+inline constexpr char kColumnRatio[] = "Ratio";
+
 inline constexpr char kColumnDate[] = "Year/Month/Day/Hour:Minute:Second";
 inline constexpr char kAskDeleteEnd[] = " ?";
 inline constexpr char kDeletedEnd[] = " deleted successfully.";

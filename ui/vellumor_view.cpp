@@ -112,6 +112,8 @@ std::span<const MessageRow> CVellumorView::Messages() const {
         {WM_ANALYZE_ROW, Handle<&CVellumorView::OnAnalyzeRow>},
         {WM_ANALYZE_PROGRESS, Handle<&CVellumorView::OnAnalyzeProgress>},
         {WM_ANALYZE_CANCELED, Handle<&CVellumorView::OnAnalyzeCanceled>},
+        {WM_COMPACT_DONE, Handle<&CVellumorView::OnCompactDone>},
+        {WM_BACKUP_DONE, Handle<&CVellumorView::OnBackupDone>},
     };
     return kRows;
 }
@@ -121,6 +123,9 @@ std::span<const CommandRow> CVellumorView::Commands() const {
         {ID_ANALYZE, Run<&CVellumorView::OnAnalyze>},
         {ID_CLEAN, Run<&CVellumorView::OnClean>, When<&CVellumorView::HasRows>},
         {ID_UNDO, Run<&CVellumorView::OnUndo>},
+        {ID_COMPACT, Run<&CVellumorView::OnCompact>},
+        {ID_BACKUP, Run<&CVellumorView::OnBackup>},
+        {ID_RESTORE, Run<&CVellumorView::OnRestore>},
         {ID_CHECK, Run<&CVellumorView::OnCheck>, When<&CVellumorView::HasRows>},
         {ID_CHECK_ALL, Run<&CVellumorView::OnCheckAll>, When<&CVellumorView::HasRows>},
         {ID_UNCHECK, Run<&CVellumorView::OnUncheck>, When<&CVellumorView::HasRows>},

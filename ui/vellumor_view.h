@@ -8,6 +8,7 @@
 #include "platform/owners.h"
 #include "repair/undo_record.h"
 #include "ui/dlg_analyze.h"
+#include "ui/dlg_hive_progress.h"
 #include "ui/row_batch.h"
 
 /// The columns of the result list, from the left.
@@ -42,6 +43,9 @@ private:
     void OnAnalyze();
     void OnClean();
     void OnUndo();
+    void OnBackup();
+    void OnRestore();
+    void OnCompact();
     void OnCheck();
     void OnCheckAll();
     void OnUncheck();
@@ -71,6 +75,11 @@ private:
     void ShowResult(const char* opening);
     [[nodiscard]] bool IsCanceled() const;
 
+    // Hives.
+    LRESULT OnBackupDone(WPARAM, LPARAM);
+    LRESULT OnCompactDone(WPARAM, LPARAM);
+    void RunHiveWorker(UINT (*worker)(void*), CDlgHiveProgress& dialog);
+
     // Cleaning.
     [[nodiscard]] std::vector<int> CheckedRows() const;
     [[nodiscard]] std::string EntryTextOf(int row) const;
@@ -84,7 +93,7 @@ private:
     [[nodiscard]] HWND OwnerWindow() const { return ::GetAncestor(GetSafeHwnd(), GA_ROOT); }
 
     CUniqueHandle m_cancelEvent;  // manual-reset; signalled: stop
-    CUniqueHandle m_worker;       // the stage thread started last
+    CUniqueHandle m_worker;       // the stage or hive thread started last
     CRowBatch m_batch{*this};
     bool m_isClosing = false;
     CUndoRecord m_undo{""};  // of the Clean command that runs or ran last

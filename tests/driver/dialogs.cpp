@@ -16,10 +16,12 @@ bool IsProgressDialog(HWND window) {
     return HasClass(window, kDialogClass) && ::GetDlgItem(window, controls::kCurrentKey) != nullptr;
 }
 
+bool IsListDialog(HWND window) { return ::FindWindowExA(window, nullptr, WC_LISTVIEWA, nullptr) != nullptr; }
+
 /// A dialog that is just being destroyed has lost some controls, but it is hidden by then: hence the second
 /// look.
 bool IsMessageBox(HWND window) {
-    return HasClass(window, kDialogClass) && !IsProgressDialog(window) &&
+    return HasClass(window, kDialogClass) && !IsProgressDialog(window) && !IsListDialog(window) &&
            ::FindWindowExA(window, nullptr, "Button", nullptr) != nullptr &&
            ::IsWindowVisible(window) != FALSE;
 }

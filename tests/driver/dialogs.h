@@ -57,7 +57,7 @@ private:
 
 /// The progress dialog of a process, owned by its main window; nothing when it is not shown.
 [[nodiscard]] std::optional<CProgressDialog> FindProgressDialog(DWORD processId);
-/// The topmost message box of a process: a visible dialog without the progress dialog's controls.
+/// The topmost message box of a process: a visible dialog without the controls of our own dialogs.
 [[nodiscard]] std::optional<CMessageBox> FindMessageBox(DWORD processId);
 /// The open popup menu of a process; null when there is none.
 [[nodiscard]] HWND FindPopupMenu(DWORD processId);

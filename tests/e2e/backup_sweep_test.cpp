@@ -1,44 +1,9 @@
 #include <doctest/doctest.h>
 
-#include <filesystem>
-#include <fstream>
-
-#include "tests/e2e/program.h"
-
-namespace {
+#include "tests/driver/app_driver.h"
+#include "tests/e2e/program_copy.h"
 
 namespace fs = std::filesystem;
-
-/// A folder of its own with a copy of the program in it; removed with all that is in it.
-class CProgramCopy {
-public:
-    CProgramCopy() {
-        fs::remove_all(m_folder);
-        fs::create_directories(m_folder);
-        fs::copy_file(VellumorExe(), Executable());
-    }
-    CProgramCopy(const CProgramCopy&) = delete;
-    CProgramCopy& operator=(const CProgramCopy&) = delete;
-    ~CProgramCopy() {
-        std::error_code ignored;
-        fs::remove_all(m_folder, ignored);
-    }
-
-    [[nodiscard]] std::string Executable() const { return (m_folder / "vellumor.exe").string(); }
-    [[nodiscard]] fs::path operator/(const char* name) const { return m_folder / name; }
-
-    fs::path MakeFile(const char* name) const {
-        const fs::path file = m_folder / name;
-        fs::create_directories(file.parent_path());
-        std::ofstream(file) << "old";
-        return file;
-    }
-
-private:
-    fs::path m_folder = fs::temp_directory_path() / "VellumorE2E copy";
-};
-
-}  // namespace
 
 TEST_CASE("a start empties Backup\\System beside the program and touches nothing else") {
     const CProgramCopy copy;

@@ -154,6 +154,7 @@ TEST_CASE("an opening menu greys what cannot run now") {
     CHECK(isGrey(0, 32807));
     CHECK_FALSE(isGrey(0, 32828));
     CHECK_FALSE(isGrey(0, 32830));
+    for (const UINT id : {32835u, 32836u, 32837u}) CHECK_FALSE(isGrey(2, id));
     CHECK_FALSE(isGrey(0, 57665));
     CHECK_FALSE(isGrey(3, 32823));
 
@@ -168,6 +169,7 @@ TEST_CASE("when idle, buttons are greyed and enabled as their commands are") {
     for (const UINT id : {32827u, 32825u, 32826u, 32807u}) CHECK_FALSE(IsButtonEnabled(shell, id));
     CHECK(IsButtonEnabled(shell, 32828));
     CHECK(IsButtonEnabled(shell, 32830));
+    for (const UINT id : {32835u, 32836u, 32837u}) CHECK(IsButtonEnabled(shell, id));
     CHECK(IsButtonEnabled(shell, 32823));
     shell.AddRows(1);
     for (const UINT id : {32827u, 32825u, 32826u, 32807u}) CHECK(IsButtonEnabled(shell, id));

@@ -67,6 +67,12 @@ void After(UINT milliseconds, std::function<void()> act) {
     Pending()[timer] = std::move(act);
 }
 
+void AsSoonAs(std::function<bool()> ready, std::function<void()> act) {
+    constexpr UINT kPollPeriod = 20;  // milliseconds
+    After(kPollPeriod,
+          [ready = std::move(ready), act = std::move(act)] { ready() ? act() : AsSoonAs(ready, act); });
+}
+
 std::string WindowText(HWND window) {
     char text[2048] = "";
     ::GetWindowTextA(window, text, sizeof text);

@@ -11,10 +11,12 @@
 #include "analysis/channel.h"
 #include "app/vellumor_app.h"
 #include "platform/host_services.h"
+#include "tests/support/hive_actions.h"
 #include "ui/vellumor_view.h"
 
-/// Records what the program asks of the system instead of doing it.
-class CRecordingActions : public CSystemActions {
+/// Records what the program asks of the system instead of doing it; with hives it does what Windows
+/// documents.
+class CRecordingActions : public CHiveActions {
 public:
     CRecordingActions() { SetSystemActions(this); }
     ~CRecordingActions() override { SetSystemActions(nullptr); }
@@ -86,5 +88,8 @@ void PumpMessages();
 
 /// Runs `act` on this thread after `milliseconds`, out of a modal loop that runs then; once.
 void After(UINT milliseconds, std::function<void()> act);
+
+/// The same, as soon as `ready` answers true.
+void AsSoonAs(std::function<bool()> ready, std::function<void()> act);
 
 [[nodiscard]] std::string WindowText(HWND window);
