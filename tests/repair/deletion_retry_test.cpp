@@ -81,7 +81,8 @@ TEST_CASE("a subkey that comes back some times is deleted as often") {
     CHECK_FALSE(Exists(scratch, "dead"));
 }
 
-TEST_CASE("subkeys that come back in turn for ever hold the deletion for ten seconds, then their parents stay") {
+TEST_CASE(
+    "subkeys that come back in turn for ever hold the deletion for ten seconds, then their parents stay") {
     CScratchKey scratch;
     Watcher::home = scratch.Add(R"(dead\inner)");
     for (const char* name : {R"(dead\a)", R"(dead\inner\again)"}) scratch.Add(name);
