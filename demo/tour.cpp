@@ -50,6 +50,13 @@ int PrintRows(const std::vector<ListRow>& rows) {
     return planted;
 }
 
+/// To the height of the first rows, for the picture.
+void ShrinkWindow(const CAppDriver& app) {
+    constexpr int kWidth = 1070;
+    constexpr int kHeight = 330;
+    ::SetWindowPos(app.Frame(), nullptr, 0, 0, kWidth, kHeight, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 int RunTour() {
     const CAppDriver app(ProgramFolder() + "\\vellumor.exe");
     app.Post(commands::kAnalyze);
@@ -64,6 +71,7 @@ int RunTour() {
     const std::string message = box.Text();
     box.Dismiss();
     app.List().Check(0, true);
+    ShrinkWindow(app);
     Picture("main-window");
 
     const std::vector<ListRow> rows = app.List().Rows();

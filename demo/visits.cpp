@@ -65,6 +65,15 @@ bool VisitCleaningAndUndo(const CAppDriver& app) {
 }
 
 void VisitDialogs(const CAppDriver& app) {
+    app.Post(commands::kBackup);
+    PictureAndAnswer(app, "backup-question", "Yes");
+    PictureAndAnswer(app, "backup-result", "OK");
+    app.Post(commands::kRestore);
+    const HWND restoreDialog = WaitForDialog(app, "Restore backup");
+    Picture("restore-dialog");
+    PressButton(restoreDialog, IDCANCEL);
+    app.Post(commands::kCompact);
+    PictureAndAnswer(app, "compact-question", "No");
     app.Post(commands::kAbout);
     const HWND aboutBox = WaitForDialog(app, "About Vellumor");
     Picture("about-box");

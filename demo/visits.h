@@ -2,7 +2,7 @@
 
 #include "tests/driver/app_driver.h"
 
-// The stops of the tour behind the analysis. Each leaves the program as it found it, but for what it says.
+// The stops of the tour behind the analysis.
 
 /// Takes a picture of the screen once what was shown last is drawn.
 void Picture(const char* name);
@@ -11,5 +11,6 @@ void Picture(const char* name);
 /// @return whether the entry was gone in between and is back.
 [[nodiscard]] bool VisitCleaningAndUndo(const CAppDriver& app);
 
-/// Looks at the about box, and at the questions and dialogs of the hive commands; none is answered with Yes.
+/// Makes a backup, and looks at the other commands on hives and at the about box. Nothing is restored or
+/// compacted: both end with a restart.
 void VisitDialogs(const CAppDriver& app);
