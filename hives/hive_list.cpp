@@ -22,8 +22,8 @@ std::optional<ListedHive> CHiveList::Next() {
         ValueBuffers value;
         const LSTATUS result = EnumValue(m_list.Get(), m_next++, value);
         if (EndsWalk(result)) return std::nullopt;
-        if (result == ERROR_SUCCESS && value.dataBytes > kEmptyTextBytes)
-            return ListedHive{value.name, value.data};
+        const bool hasFile = result == ERROR_SUCCESS && value.dataBytes > kEmptyTextBytes;
+        if (hasFile && ParseHiveName(value.name).has_value()) return ListedHive{value.name, value.data};
     }
 }
 

@@ -14,7 +14,9 @@ struct ListedHive {
     std::string devicePath;  // as in "\Device\HarddiskVolume1\Windows\System32\config\SOFTWARE"
 };
 
-/// Walks the system's list of loaded hives.
+/// Walks the hives of the machine and of its users in the system's list. Newer systems list hives there, too,
+/// that programs have loaded for themselves ("\REGISTRY\A\..."); nobody else can open those, and they are
+/// passed over.
 class CHiveList {
 public:
     /// @return false when the list cannot be opened.
