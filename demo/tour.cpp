@@ -84,7 +84,9 @@ int RunTour() {
     const bool undone = VisitCleaningAndUndo(app);
     std::puts(undone ? "One row was cleaned and brought back from its undo file."
                      : "The row that was to be cleaned is still there.");
-    VisitDialogs(app);
+    VisitBackupAndRestore(app);
+    VisitCompaction(app);
+    VisitAboutBox(app);
     app.PostClose();
     return agree && undone && app.WaitForExit() == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

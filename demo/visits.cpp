@@ -1,9 +1,13 @@
 #include "demo/visits.h"
 
-#include <cstdio>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "platform/owners.h"
 #include "tests/driver/dialog_driver.h"
+#include "tests/driver/frozen_worker.h"
 #include "tests/driver/screen.h"
 
 namespace {
@@ -28,6 +32,55 @@ void CheckOnlyItsRow(const CAppDriver& app) {
             app.List().Check(static_cast<int>(row), true);
             return;
         }
+}
+
+/// So many small hives beside the demo's own that a worker is at them for a while; gone at the end.
+class CManyHives {
+public:
+    CManyHives() {
+        for (int number = kFirst; number < kEnd; ++number) {
+            CUniqueKey key;
+            ::RegCreateKeyA(HKEY_LOCAL_MACHINE, Name(number).c_str(), key.Receive());
+            const std::string file = R"(\Device\HarddiskVolume1\Demo\Hives\)" + Name(number);
+            ::RegSetValueExA(m_list.Get(), ListedName(number).c_str(), 0, REG_SZ,
+                             reinterpret_cast<const BYTE*>(file.c_str()),
+                             static_cast<DWORD>(file.size() + 1));
+        }
+    }
+    CManyHives(const CManyHives&) = delete;
+    CManyHives& operator=(const CManyHives&) = delete;
+    ~CManyHives() {
+        for (int number = kFirst; number < kEnd; ++number) {
+            ::RegDeleteValueA(m_list.Get(), ListedName(number).c_str());
+            ::RegDeleteKeyA(HKEY_LOCAL_MACHINE, Name(number).c_str());
+        }
+    }
+
+private:
+    static constexpr int kFirst = 100;
+    static constexpr int kEnd = 300;
+
+    static std::string Name(int number) { return "VellumorDemo" + std::to_string(number); }
+    static std::string ListedName(int number) { return R"(\REGISTRY\MACHINE\)" + Name(number); }
+    static CUniqueKey OpenList() {
+        CUniqueKey list;
+        ::RegCreateKeyA(HKEY_LOCAL_MACHINE, R"(System\CurrentControlSet\Control\hivelist)", list.Receive());
+        return list;
+    }
+
+    CUniqueKey m_list = OpenList();
+};
+
+/// Starts a command on hives, and holds its worker once its progress dialog is shown.
+std::unique_ptr<CFrozenThread> StartHiveCommand(const CAppDriver& app, unsigned command,
+                                                const char* picture) {
+    app.Post(command);
+    const CMessageBox question = app.WaitForMessageBox();
+    Picture(picture);
+    const std::vector<DWORD> threads = app.Threads();
+    question.Dismiss("Yes");
+    WaitFor("the worker", [&] { return app.Threads().size() > threads.size(); });
+    return FreezeWorker(app, threads);
 }
 
 /// Takes a picture of the box that is shown next, and presses a button of it.
@@ -64,16 +117,32 @@ bool VisitCleaningAndUndo(const CAppDriver& app) {
     return wasCleaned;
 }
 
-void VisitDialogs(const CAppDriver& app) {
-    app.Post(commands::kBackup);
-    PictureAndAnswer(app, "backup-question", "Yes");
+void VisitBackupAndRestore(const CAppDriver& app) {
+    const CManyHives hives;
+    const auto worker = StartHiveCommand(app, commands::kBackup, "backup-question");
+    Picture("backup-dialog");
+    worker->Resume();
     PictureAndAnswer(app, "backup-result", "OK");
     app.Post(commands::kRestore);
-    const HWND restoreDialog = WaitForDialog(app, "Restore backup");
+    const HWND dialog = WaitForDialog(app, "Restore backup");
     Picture("restore-dialog");
-    PressButton(restoreDialog, IDCANCEL);
-    app.Post(commands::kCompact);
-    PictureAndAnswer(app, "compact-question", "No");
+    PressButton(dialog, IDCANCEL);
+}
+
+void VisitCompaction(const CAppDriver& app) {
+    const CManyHives hives;
+    const auto worker = StartHiveCommand(app, commands::kCompact, "compact-question");
+    Picture("compact-dialog");
+    // Wine replaces no hive, so the files that Windows would have kept are put there by hand.
+    for (const char* hive : {"SOFTWARE", "SYSTEM", "DEFAULT"})
+        std::ofstream(std::string(R"(C:\Demo\Hives\)") + hive + ".bak") << std::string(2'000'000, 'x');
+    worker->Resume();
+    const HWND summary = WaitForDialog(app, "Compact Summary");
+    Picture("compact-summary");
+    ::PostMessageA(summary, WM_CLOSE, 0, 0);  // OK would restart the system
+}
+
+void VisitAboutBox(const CAppDriver& app) {
     app.Post(commands::kAbout);
     const HWND aboutBox = WaitForDialog(app, "About Vellumor");
     Picture("about-box");

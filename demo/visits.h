@@ -11,6 +11,10 @@ void Picture(const char* name);
 /// @return whether the entry was gone in between and is back.
 [[nodiscard]] bool VisitCleaningAndUndo(const CAppDriver& app);
 
-/// Makes a backup, and looks at the other commands on hives and at the about box. Nothing is restored or
-/// compacted: both end with a restart.
-void VisitDialogs(const CAppDriver& app);
+/// Makes a backup, and looks at the list of backups. Nothing is restored, for that ends with a restart.
+void VisitBackupAndRestore(const CAppDriver& app);
+
+/// Compacts the demo's hive files; the restart at the end is put off for ever.
+void VisitCompaction(const CAppDriver& app);
+
+void VisitAboutBox(const CAppDriver& app);

@@ -1,6 +1,6 @@
 #include <doctest/doctest.h>
 
-#include "tests/e2e/frozen_worker.h"
+#include "tests/driver/frozen_worker.h"
 #include "tests/e2e/full_analysis.h"
 #include "tests/e2e/planted_values.h"
 

@@ -6,9 +6,9 @@
 #include <algorithm>
 
 #include "tests/driver/dialog_driver.h"
+#include "tests/driver/frozen_worker.h"
 #include "tests/driver/screen.h"
 #include "tests/driver/window_access.h"
-#include "tests/e2e/frozen_worker.h"
 #include "tests/e2e/program_copy.h"
 #include "tests/support/file_text.h"
 #include "tests/support/planted_hives.h"

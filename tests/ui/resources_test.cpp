@@ -171,3 +171,27 @@ TEST_CASE("the analysis dialog has its controls where they belong") {
     CHECK(LOWORD(::SendMessageA(dialog, DM_GETDEFID, 0, 0)) == IDCANCEL);
     ::DestroyWindow(dialog);
 }
+
+TEST_CASE("the file tells what it is and its version") {
+    const HRSRC found = ::FindResourceA(nullptr, MAKEINTRESOURCEA(1), RT_VERSION);
+    REQUIRE(found != nullptr);
+    const auto* bytes = static_cast<const char*>(::LockResource(::LoadResource(nullptr, found)));
+    const std::string block(bytes, ::SizeofResource(nullptr, found));
+    // Names and texts stand in it as UTF-16.
+    const auto holds = [&block](const std::string& text) {
+        std::string wide;
+        for (const char c : text) wide += std::string{c, '\0'};
+        return block.find(wide) != std::string::npos;
+    };
+    for (const char* text :
+         {"ProductName", "Vellumor registry cleaner", "FileVersion", "4.55", "vellumor.exe"})
+        CHECK(holds(text));
+    VS_FIXEDFILEINFO fixed{};
+    const std::size_t signature = block.find("\xBD\x04\xEF\xFE");
+    REQUIRE(signature != std::string::npos);
+    REQUIRE(block.size() >= signature + sizeof fixed);
+    block.copy(reinterpret_cast<char*>(&fixed), sizeof fixed, signature);
+    CHECK(fixed.dwFileVersionMS == MAKELONG(55, 4));
+    CHECK(fixed.dwProductVersionMS == MAKELONG(55, 4));
+    CHECK(fixed.dwFileType == VFT_APP);
+}

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/owners.h"
-#include "tests/e2e/program.h"
+#include "tests/driver/app_driver.h"
 
 /// A suspended thread of another process; it goes on when this object ends.
 class CFrozenThread {
@@ -13,6 +13,9 @@ public:
     CFrozenThread(const CFrozenThread&) = delete;
     CFrozenThread& operator=(const CFrozenThread&) = delete;
     ~CFrozenThread();
+
+    /// Lets the thread go on now.
+    void Resume();
 
 private:
     CUniqueHandle m_thread;

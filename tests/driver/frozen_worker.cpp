@@ -1,4 +1,4 @@
-#include "tests/e2e/frozen_worker.h"
+#include "tests/driver/frozen_worker.h"
 
 #include <algorithm>
 
@@ -29,7 +29,12 @@ CFrozenThread::CFrozenThread(DWORD threadId)
         throw CDriverError("the worker cannot be suspended");
 }
 
-CFrozenThread::~CFrozenThread() { ::ResumeThread(m_thread.Get()); }
+CFrozenThread::~CFrozenThread() { Resume(); }
+
+void CFrozenThread::Resume() {
+    if (m_thread) ::ResumeThread(m_thread.Get());
+    m_thread.Reset();
+}
 
 std::unique_ptr<CFrozenThread> FreezeWorker(const CAppDriver& app, const std::vector<DWORD>& threadsBefore) {
     return WaitFor("the worker to be frozen outside of all locks", [&]() -> std::unique_ptr<CFrozenThread> {
