@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "registry/letter_case_rules.h"
+
 namespace {
 
 struct RootRow {
@@ -14,8 +16,6 @@ constexpr RootRow kRoots[] = {
     {HiveRoot::Users, R"(\REGISTRY\USER\)", "USER."},
 };
 constexpr std::string_view kEnding = ".bck";
-
-char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 bool AreAlike(std::string_view text, std::string_view other) {
     return std::ranges::equal(text, other, {}, LowerCase, LowerCase);

@@ -3,13 +3,12 @@
 #include <algorithm>
 
 #include "registry/key_path_rules.h"
+#include "registry/letter_case_rules.h"
 
 namespace {
 
 constexpr std::string_view kValueNameOpening = "\\\"";
 constexpr char kValueNameEnd = '"';
-
-char UpperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 std::optional<std::uint32_t> FindRoot(std::string_view name) {
     for (const RootKeyRow& row : kRootKeyTable)

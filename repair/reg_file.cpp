@@ -1,5 +1,6 @@
 #include "repair/reg_file.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <optional>
@@ -8,6 +9,7 @@
 
 #include "registry/key_link.h"
 #include "registry/key_path.h"
+#include "registry/letter_case_rules.h"
 #include "repair/export_text_rules.h"
 
 namespace {
@@ -100,19 +102,13 @@ bool OpenText(HANDLE file, CExportText& text) {
     return true;
 }
 
-std::string UpperCase(std::string_view text) {
-    std::string upper(text);
-    for (char& c : upper)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return upper;
-}
-
 }  // namespace
 
 DWORD CRegFile::OpenKeyByText(const char* keyText, int mode, CUniqueKey& key, ExportedLink link) {
     const std::string_view text(keyText);
     const std::size_t end = text.find('\\');
-    const std::string root = UpperCase(text.substr(0, end));
+    std::string root(text.substr(0, end));
+    std::ranges::transform(root, root.begin(), UpperCase);
     const std::optional<KeyLocation> location = SplitKeyPath("\\" + root);
     // Performance counters are a root to enumerate, but no keys that could be written back.
     if (!location.has_value() || location->root == HKEY_PERFORMANCE_DATA) return export_errors::kUnknownRoot;

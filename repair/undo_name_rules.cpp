@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "registry/letter_case_rules.h"
+
 namespace {
 
 constexpr std::string_view kSeparators = "///::";
-
-char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 std::string_view WithoutEnding(std::string_view name) {
     constexpr std::string_view kEnding = kUndoFileEnding;

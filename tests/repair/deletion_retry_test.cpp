@@ -58,16 +58,6 @@ struct Enumerations {
     }
 };
 
-LSTATUS Delete(const CScratchKey& scratch, const std::string& name) {
-    CUniqueKey parent;
-    REQUIRE(::RegOpenKeyExA(scratch.Get(), "", 0, kDeletionAccess, parent.Receive()) == ERROR_SUCCESS);
-    return DeleteKeyRecursive({parent.Get(), HKEY_CURRENT_USER, scratch.Subkey()}, name);
-}
-
-bool Exists(const CScratchKey& scratch, const std::string& name) {
-    return KeyExists(HKEY_CURRENT_USER, scratch.Subkey() + "\\" + name);
-}
-
 }  // namespace
 
 TEST_CASE("a subkey that comes back some times is deleted as often") {
@@ -77,8 +67,8 @@ TEST_CASE("a subkey that comes back some times is deleted as often") {
     const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
     Watcher::before = hook.Before();
     Watcher::left = 5;
-    CHECK(Delete(scratch, "dead") == ERROR_SUCCESS);
-    CHECK_FALSE(Exists(scratch, "dead"));
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
+    CHECK_FALSE(ExistsBelow(scratch, "dead"));
 }
 
 TEST_CASE(
@@ -91,12 +81,12 @@ TEST_CASE(
     Watcher::left = 1'000'000;
     Watcher::inTurn = true;
     const DWORD start = ::GetTickCount();
-    CHECK(Delete(scratch, "dead") != ERROR_SUCCESS);
+    CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
     const DWORD taken = ::GetTickCount() - start;
     CHECK(taken >= 10'000);
     CHECK(taken < 15'000);
-    CHECK_FALSE(Exists(scratch, R"(dead\a)"));
-    CHECK(Exists(scratch, R"(dead\inner)"));
+    CHECK_FALSE(ExistsBelow(scratch, R"(dead\a)"));
+    CHECK(ExistsBelow(scratch, R"(dead\inner)"));
     Watcher::left = 0;
     Watcher::inTurn = false;
 }
@@ -109,11 +99,11 @@ TEST_CASE("a subkey that becomes deletable after a second is deleted, before any
     Guard::tries.clear();
     Guard::patience = 1000;
     Guard::start = ::GetTickCount();
-    CHECK(Delete(scratch, "d") == ERROR_SUCCESS);
+    CHECK(DeleteBelow(scratch, "d") == ERROR_SUCCESS);
     const DWORD taken = ::GetTickCount() - Guard::start;
     CHECK(taken >= 1000);
     CHECK(taken < 5000);
-    CHECK_FALSE(Exists(scratch, "d"));
+    CHECK_FALSE(ExistsBelow(scratch, "d"));
     CHECK(Guard::tries.starts_with("abb"));
     CHECK(Guard::tries.ends_with("bcd"));
     CHECK(Guard::tries.find_first_not_of('b', 1) == Guard::tries.size() - 2);
@@ -125,21 +115,21 @@ TEST_CASE("a subkey's own failure to be listed is not looked at: the subkey is t
     const CCallHook hook("RegEnumKeyExA", Address(&Enumerations::Next));
     Enumerations::before = hook.Before();
     Enumerations::toFailure = 1;  // the first is that of the key itself
-    CHECK(Delete(scratch, "dead") == ERROR_SUCCESS);
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
     CHECK(Enumerations::toFailure < 0);
-    CHECK_FALSE(Exists(scratch, "dead"));
+    CHECK_FALSE(ExistsBelow(scratch, "dead"));
 }
 
 TEST_CASE("a key whose listing fails half-way stays, and every key that was opened is closed") {
     CScratchKey scratch;
     for (const char* name : {R"(dead\a)", R"(dead\b)"}) scratch.Add(name);
-    CHECK(Delete(scratch, "absent") == ERROR_FILE_NOT_FOUND);  // what the system opens once is open now
+    CHECK(DeleteBelow(scratch, "absent") == ERROR_FILE_NOT_FOUND);  // what the system opens once is open now
     const std::size_t handles = OwnHandles().size();
     const CCallHook hook("RegEnumKeyExA", Address(&Enumerations::Next));
     Enumerations::before = hook.Before();
     Enumerations::toFailure = 2;  // behind the key's first and the first subkey's
-    CHECK(Delete(scratch, "dead") == ERROR_NO_SYSTEM_RESOURCES);
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_NO_SYSTEM_RESOURCES);
     CHECK(OwnHandles().size() == handles);
-    CHECK_FALSE(Exists(scratch, R"(dead\a)"));
-    CHECK(Exists(scratch, R"(dead\b)"));
+    CHECK_FALSE(ExistsBelow(scratch, R"(dead\a)"));
+    CHECK(ExistsBelow(scratch, R"(dead\b)"));
 }

@@ -44,31 +44,21 @@ private:
     CCallHook m_hook;
 };
 
-LSTATUS Delete(const CScratchKey& scratch, const std::string& name) {
-    CUniqueKey parent;
-    REQUIRE(::RegOpenKeyExA(scratch.Get(), "", 0, kDeletionAccess, parent.Receive()) == ERROR_SUCCESS);
-    return DeleteKeyRecursive({parent.Get(), HKEY_CURRENT_USER, scratch.Subkey()}, name);
-}
-
-bool Exists(const CScratchKey& scratch, const std::string& name) {
-    return KeyExists(HKEY_CURRENT_USER, scratch.Subkey() + "\\" + name);
-}
-
 }  // namespace
 
 TEST_CASE("a key goes with everything below it, and nothing beside it") {
     CScratchKey scratch;
     for (const char* name : {"dead\\a\\b\\c", "dead\\a\\d", "dead\\e", "deadlier", "alive"})
         scratch.Add(name);
-    CHECK(Delete(scratch, "dead") == ERROR_SUCCESS);
-    CHECK_FALSE(Exists(scratch, "dead"));
-    CHECK(Exists(scratch, "deadlier"));
-    CHECK(Exists(scratch, "alive"));
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
+    CHECK_FALSE(ExistsBelow(scratch, "dead"));
+    CHECK(ExistsBelow(scratch, "deadlier"));
+    CHECK(ExistsBelow(scratch, "alive"));
 }
 
 TEST_CASE("deleting a key that is not there tells so") {
     CScratchKey scratch;
-    CHECK(Delete(scratch, "absent") == ERROR_FILE_NOT_FOUND);
+    CHECK(DeleteBelow(scratch, "absent") == ERROR_FILE_NOT_FOUND);
 }
 
 TEST_CASE("keys that refuse access go too, wherever they are in the tree") {
@@ -77,8 +67,8 @@ TEST_CASE("keys that refuse access go too, wherever they are in the tree") {
     scratch.Add("dead\\a\\b");
     scratch.Add("dead\\z");
     scratch.Restrict(inner, 0);
-    CHECK(Delete(scratch, "dead") == ERROR_SUCCESS);
-    CHECK_FALSE(Exists(scratch, "dead"));
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
+    CHECK_FALSE(ExistsBelow(scratch, "dead"));
 }
 
 TEST_CASE("a link inside of the tree goes without its target") {
@@ -86,25 +76,25 @@ TEST_CASE("a link inside of the tree goes without its target") {
     SetText(scratch.Add("target\\sub"), "v", "x");
     scratch.Add("dead");
     scratch.AddLink("dead\\link", ObjectName(scratch.Add("target")));
-    CHECK(Delete(scratch, "dead") == ERROR_SUCCESS);
-    CHECK_FALSE(Exists(scratch, "dead"));
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
+    CHECK_FALSE(ExistsBelow(scratch, "dead"));
     CHECK(ValueExists(HKEY_CURRENT_USER, scratch.Subkey() + R"(\target\sub)", "v"));
 }
 
 TEST_CASE("a link that leads back to its parent does not catch the deletion") {
     CScratchKey scratch;
     scratch.AddLink("dead\\around", ObjectName(scratch.Add("dead")));
-    CHECK(Delete(scratch, "dead") == ERROR_SUCCESS);
-    CHECK_FALSE(Exists(scratch, "dead"));
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
+    CHECK_FALSE(ExistsBelow(scratch, "dead"));
 }
 
 TEST_CASE("a subkey that cannot be deleted is tried again until it can") {
     CScratchKey scratch;
     for (const char* name : {"dead\\stuck", "dead\\z"}) scratch.Add(name);
     const CRefusedDeletions refusals("stuck", 3);
-    CHECK(Delete(scratch, "dead") == ERROR_SUCCESS);
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
     CHECK(Refusals::tries == 4);
-    CHECK_FALSE(Exists(scratch, "dead"));
+    CHECK_FALSE(ExistsBelow(scratch, "dead"));
 }
 
 TEST_CASE("after ten seconds without a change the deletion ends with the subkey's error") {
@@ -112,15 +102,15 @@ TEST_CASE("after ten seconds without a change the deletion ends with the subkey'
     for (const char* name : {"dead\\a", "dead\\b\\stuck", "dead\\z"}) scratch.Add(name);
     const CRefusedDeletions refusals("stuck", 1'000'000);
     const DWORD start = ::GetTickCount();
-    CHECK(Delete(scratch, "dead") == ERROR_ACCESS_DENIED);
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_ACCESS_DENIED);
     const DWORD taken = ::GetTickCount() - start;
     CHECK(taken >= 10'000);
     CHECK(taken < 15'000);
     CHECK(Refusals::tries > 10);
-    CHECK_FALSE(Exists(scratch, "dead\\a"));
-    CHECK(Exists(scratch, "dead\\b\\stuck"));
+    CHECK_FALSE(ExistsBelow(scratch, "dead\\a"));
+    CHECK(ExistsBelow(scratch, "dead\\b\\stuck"));
     // Subkeys are taken from the first one on, so what stands behind the stuck one is not reached.
-    CHECK(Exists(scratch, "dead\\z"));
+    CHECK(ExistsBelow(scratch, "dead\\z"));
 }
 
 TEST_CASE("an error other than the end of the subkeys is returned, and the key stays") {
@@ -130,8 +120,8 @@ TEST_CASE("an error other than the end of the subkeys is returned, and the key s
                          reinterpret_cast<FARPROC>(reinterpret_cast<void*>(
                              +[](HKEY, DWORD, LPSTR, LPDWORD, LPDWORD, LPSTR, LPDWORD,
                                  PFILETIME) -> LSTATUS WINAPI { return ERROR_NO_SYSTEM_RESOURCES; })));
-    CHECK(Delete(scratch, "dead") == ERROR_NO_SYSTEM_RESOURCES);
-    CHECK(Exists(scratch, "dead\\a"));
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_NO_SYSTEM_RESOURCES);
+    CHECK(ExistsBelow(scratch, "dead\\a"));
 }
 
 TEST_CASE("a key holds one value only when it has one value and no subkey") {
@@ -157,12 +147,12 @@ TEST_CASE("deleting the key itself leaves the target of a link alone") {
     SetText(scratch.Add("target"), "v", "x");
     scratch.AddLink("link", ObjectName(scratch.Add("target")));
     CHECK(DeleteKeyItself(scratch.Get(), "link") == ERROR_SUCCESS);
-    CHECK_FALSE(Exists(scratch, "link"));
-    CHECK(Exists(scratch, "target"));
+    CHECK_FALSE(ExistsBelow(scratch, "link"));
+    CHECK(ExistsBelow(scratch, "target"));
     CHECK(DeleteKeyItself(scratch.Get(), "link") == ERROR_FILE_NOT_FOUND);
     scratch.Add("full\\sub");
     CHECK(DeleteKeyItself(scratch.Get(), "full") != ERROR_SUCCESS);
-    CHECK(Exists(scratch, "full\\sub"));
+    CHECK(ExistsBelow(scratch, "full\\sub"));
 }
 
 TEST_CASE("a link that may be deleted but not read is not mistaken for a key of its target") {
@@ -174,5 +164,5 @@ TEST_CASE("a link that may be deleted but not read is not mistaken for a key of 
     REQUIRE(OpenKeyItself(scratch.Get(), "link", KEY_QUERY_VALUE, read) == ERROR_ACCESS_DENIED);
     CHECK(DeleteKeyItself(scratch.Get(), "link") == ERROR_SUCCESS);
     CHECK(OpenKeyItself(scratch.Get(), "link", DELETE, read) == ERROR_FILE_NOT_FOUND);
-    CHECK(Exists(scratch, "target"));
+    CHECK(ExistsBelow(scratch, "target"));
 }

@@ -4,6 +4,7 @@
 
 #include "platform/owners.h"
 #include "registry/key_path.h"
+#include "repair/key_deletion.h"
 #include "repair/repair_entry.h"
 #include "tests/support/file_text.h"
 #include "tests/support/scratch_key.h"
@@ -57,6 +58,16 @@ bool ValueExists(HKEY root, const std::string& path, const std::string& name) {
     CUniqueKey key;
     return ::RegOpenKeyExA(root, path.c_str(), 0, KEY_QUERY_VALUE, key.Receive()) == ERROR_SUCCESS &&
            ::RegQueryValueExA(key.Get(), name.c_str(), nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+}
+
+LSTATUS DeleteBelow(const CScratchKey& scratch, const std::string& name) {
+    CUniqueKey parent;
+    REQUIRE(::RegOpenKeyExA(scratch.Get(), "", 0, kDeletionAccess, parent.Receive()) == ERROR_SUCCESS);
+    return DeleteKeyRecursive({parent.Get(), HKEY_CURRENT_USER, scratch.Subkey()}, name);
+}
+
+bool ExistsBelow(const CScratchKey& scratch, const std::string& name) {
+    return KeyExists(HKEY_CURRENT_USER, scratch.Subkey() + "\\" + name);
 }
 
 CPlantedUnit::CPlantedUnit(const std::string& rootName, const std::string& path)

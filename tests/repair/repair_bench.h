@@ -7,6 +7,7 @@
 
 #include "repair/undo_record.h"
 #include "tests/support/scratch_folder.h"
+#include "tests/support/scratch_key.h"
 
 /// A root's handle by its long name.
 [[nodiscard]] HKEY RootNamed(const std::string& name);
@@ -17,6 +18,10 @@ void MakeKey(HKEY root, const std::string& path);
 /// Sets a text value; the key is made if need be.
 void SetValue(HKEY root, const std::string& path, const std::string& name, const std::string& text);
 [[nodiscard]] bool ValueExists(HKEY root, const std::string& path, const std::string& name);
+
+/// Deletes a key below a test's own one, with everything in it. @return the system's code.
+[[nodiscard]] LSTATUS DeleteBelow(const CScratchKey& scratch, const std::string& name);
+[[nodiscard]] bool ExistsBelow(const CScratchKey& scratch, const std::string& name);
 
 /// A key that some entry stands for, with what must go with it and what must not: it has values and a subkey,
 /// and another key stands beside it. All of that is gone at the end.
