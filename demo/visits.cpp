@@ -61,7 +61,10 @@ private:
     static constexpr int kEnd = 300;
 
     static std::string Name(int number) { return "VellumorDemo" + std::to_string(number); }
-    static std::string ListedName(int number) { return R"(\REGISTRY\MACHINE\)" + Name(number); }
+    static std::string ListedName(int number) {
+        std::string name = R"(\REGISTRY\MACHINE\)";
+        return name.append(Name(number));
+    }
     static CUniqueKey OpenList() {
         CUniqueKey list;
         ::RegCreateKeyA(HKEY_LOCAL_MACHINE, R"(System\CurrentControlSet\Control\hivelist)", list.Receive());
