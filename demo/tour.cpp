@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -59,6 +61,8 @@ void ShrinkWindow(const CAppDriver& app) {
 
 int RunTour() {
     const CAppDriver app(ProgramFolder() + "\\vellumor.exe");
+    ::SendMessageA(app.ToolBar(), TB_SETHOTITEM, 0, 0);  // as under the mouse
+    Picture("start");
     app.Post(commands::kAnalyze);
     const CProgressDialog progress = app.WaitForProgressDialog();
     WaitFor(
