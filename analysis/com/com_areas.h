@@ -26,7 +26,7 @@ struct FirstValue {
 };
 
 /// Adds a row for a key below the one that a walk has come to; the time is that one's.
-inline void ReportBelow(const Subkey& entry, const std::string& tail, const char* valueName,
+inline void ReportBelow(Reason reason, const Subkey& entry, const std::string& tail, const char* valueName,
                         const char* data) {
-    ReportRow(JoinKeyPath(entry.path, tail).c_str(), entry.writeTime.c_str(), valueName, data);
+    ReportRow(JoinKeyPath(entry.path, tail).c_str(), entry.writeTime.c_str(), valueName, data, reason);
 }

@@ -3,7 +3,7 @@
 #include "framework/dialog.h"
 #include "framework/static.h"
 #include "framework/wait_cursor.h"
-#include "framework/worker_thread.h"
+#include "platform/worker_thread.h"
 #include "tests/ui/shell.h"
 
 namespace {

@@ -66,7 +66,7 @@ TEST_CASE("the last stage has 37 places in their order") {
     static_assert(std::size(kPlaces) == 37);
     REQUIRE(CategoryChecks().size() == 37);
     for (std::size_t index = 0; index < 37; ++index) {
-        const CategoryCheck& place = CategoryChecks()[index];
+        const Check& place = CategoryChecks()[index];
         const std::string area = place.area;
         CAPTURE(index);
         CAPTURE(area);
@@ -74,13 +74,13 @@ TEST_CASE("the last stage has 37 places in their order") {
             CAPTURE(word);
             CHECK(area.find(word) != std::string::npos);
         }
-        CHECK((place.check == kPlaces[index].check));
+        CHECK((place.run == kPlaces[index].check));
     }
 }
 
 TEST_CASE("the file extension check stands twice, at the first and the seventh place") {
     CHECK(std::string(CategoryChecks()[0].area) == CategoryChecks()[6].area);
-    CHECK((CategoryChecks()[0].check == CategoryChecks()[6].check));
+    CHECK((CategoryChecks()[0].run == CategoryChecks()[6].run));
 }
 
 TEST_CASE("running the places shows the keys of their areas one after another, to the end") {
