@@ -29,6 +29,7 @@ if(EXISTS ${PROJECT_SOURCE_DIR}/tests/repair/main.cpp)
     vellumor_test_program(repair vellumor_test_support)
 endif()
 vellumor_test_program(hives vellumor_test_support vellumor_hives)
+vellumor_test_program(console vellumor_console vellumor_test_support $<TARGET_OBJECTS:vellumor_console_resources>)
 vellumor_test_program(ui vellumor_app vellumor_test_support $<TARGET_OBJECTS:vellumor_resources>)
 
 # Drives a running Vellumor from outside, through its window.
@@ -40,14 +41,14 @@ target_link_libraries(vellumor_driver PUBLIC vellumor_options)
 if(NOT VELLUMOR_ARCH STREQUAL "x86")
     set(e2e_tests_arguments --test-suite=smoke)
 endif()
-vellumor_test_program(e2e vellumor_driver vellumor_test_support shlwapi)
-add_dependencies(e2e_tests vellumor)
+vellumor_test_program(e2e vellumor_driver vellumor_console vellumor_test_support shlwapi)
+add_dependencies(e2e_tests vellumor vellumor_cli)
 if(TARGET vellumor_help)
     add_dependencies(e2e_tests vellumor_help)
 endif()
 
-# Both make backups in the folder that they lie in.
-set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
+# These make undo files and backups in the folder that they lie in.
+set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
 
 # These watch the clock, so they get the machine to themselves.
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)

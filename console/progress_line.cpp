@@ -25,14 +25,16 @@ void CProgressLine::Show(const Progress& progress) {
     const DWORD now = ::GetTickCount();
     if (m_shown > 0 && now - m_shownAt < kPeriod) return;
     m_shownAt = now;
-    Show("Stage " + std::to_string(progress.stage) + " of " + std::to_string(AnalysisStages().size()) + ", " +
-         std::to_string(progress.rows) + " rows, " + ElapsedText(progress.elapsed) + ", " +
-         ToUtf8(progress.key));
+    const std::string opening =
+        "Stage " + std::to_string(progress.stage) + " of " + std::to_string(AnalysisStages().size()) + ", " +
+        std::to_string(progress.rows) + " rows, " + ElapsedText(progress.elapsed) + ", ";
+    const std::size_t room = *m_width > opening.size() ? *m_width - opening.size() : 0;
+    Show(opening + Shortened(Printable(ToUtf8(progress.key)), room));
 }
 
 void CProgressLine::Show(const std::string& text) {
     if (!m_width.has_value()) return;
-    std::string line = Shortened(Printable(text), *m_width);
+    std::string line = Shortened(text, *m_width);
     const std::size_t length = CountCharacters(line);
     // What a longer text before left behind is written over.
     if (length < m_shown) line.append(m_shown - length, ' ');

@@ -19,7 +19,7 @@ public:
 
     /// Shows how far an analysis is, unless that was shown just now.
     void Show(const Progress& progress);
-    /// Shows a text at once.
+    /// Shows a printable text at once.
     void Show(const std::string& text);
 
 private:
