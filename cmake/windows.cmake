@@ -1,4 +1,4 @@
-# The Windows programs, static executables, and the tests that run it and its parts under Wine.
+# The Windows programs, static executables, and the tests that run them and their parts under Wine.
 target_compile_definitions(vellumor_options INTERFACE
     _WIN32_WINNT=0x0501 WINVER=0x0501 _WIN32_IE=0x0600 WIN32_LEAN_AND_MEAN NOMINMAX STRICT)
 target_compile_options(vellumor_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-flto=auto -fno-ident>)
@@ -29,7 +29,6 @@ vellumor_folder(repair vellumor_registry)
 vellumor_folder(hives vellumor_registry)
 vellumor_folder(ui vellumor_framework vellumor_analysis vellumor_repair vellumor_hives)
 vellumor_folder(app vellumor_ui)
-vellumor_folder(console vellumor_framework vellumor_analysis vellumor_repair vellumor_hives)
 
 # The about box tells which commit it was built from. A copy of the sources without a history is told by hand.
 set(VELLUMOR_COMMIT "" CACHE STRING "The commit that the about box names; empty: the one that is checked out")
@@ -52,18 +51,10 @@ target_compile_options(vellumor_xp_imports PRIVATE -fno-lto)
 add_executable(vellumor WIN32 app/main.cpp $<TARGET_OBJECTS:vellumor_resources> $<TARGET_OBJECTS:vellumor_xp_imports>)
 target_link_libraries(vellumor PRIVATE vellumor_app)
 
-# The program for scripts. Only it uses libraries that are not ours, which are headers alone.
-include(cmake/headers.cmake)
-vellumor_headers(vellumor_console_headers CLI/CLI.hpp nlohmann/json.hpp)
-target_link_libraries(vellumor_console PUBLIC vellumor_console_headers)
-target_compile_definitions(vellumor_console PRIVATE CLI11_HAS_FILESYSTEM=0)
-add_library(vellumor_console_resources OBJECT resources/console.rc)
-target_include_directories(vellumor_console_resources PRIVATE ${PROJECT_SOURCE_DIR})
-set_source_files_properties(resources/console.rc PROPERTIES OBJECT_DEPENDS "${resource_files}")
-add_executable(vellumor_cli console/main.cpp $<TARGET_OBJECTS:vellumor_console_resources>
-    $<TARGET_OBJECTS:vellumor_xp_imports>)
-set_target_properties(vellumor_cli PROPERTIES OUTPUT_NAME vellumor-cli)
-target_link_libraries(vellumor_cli PRIVATE vellumor_console)
+option(VELLUMOR_CONSOLE "Build the program for scripts, which needs CLI11 and nlohmann/json" ON)
+if(VELLUMOR_CONSOLE)
+    include(cmake/console.cmake)
+endif()
 include(cmake/help.cmake)
 
 option(VELLUMOR_TESTS "Build the tests, which run under Wine" ON)

@@ -59,10 +59,10 @@ add_executable(demo_tour ${tour_sources})
 target_link_libraries(demo_tour PRIVATE vellumor_driver vellumor_platform)
 add_dependencies(demo_tour vellumor)
 
-add_test(NAME ${VELLUMOR_ARCH}.imports
-    COMMAND ${PROJECT_SOURCE_DIR}/tools/check-imports ${VELLUMOR_TRIPLE} $<TARGET_FILE:vellumor>)
-add_test(NAME ${VELLUMOR_ARCH}.reproducible
-    COMMAND ${PROJECT_SOURCE_DIR}/tools/check-reproducible ${VELLUMOR_ARCH} $<TARGET_FILE:vellumor>)
+add_test(NAME ${VELLUMOR_ARCH}.imports COMMAND ${PROJECT_SOURCE_DIR}/tools/check-imports ${VELLUMOR_TRIPLE}
+    $<TARGET_FILE:vellumor> $<TARGET_FILE:vellumor_cli>)
+add_test(NAME ${VELLUMOR_ARCH}.reproducible COMMAND ${PROJECT_SOURCE_DIR}/tools/check-reproducible ${VELLUMOR_ARCH}
+    $<TARGET_FILE:vellumor> $<TARGET_FILE:vellumor_cli>)
 set_tests_properties(${VELLUMOR_ARCH}.reproducible PROPERTIES PROCESSORS 2)
 
 # The demo as a newcomer runs it, on the main architecture.

@@ -1,0 +1,32 @@
+#include "bench/series.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cmath>
+
+double Series::Median() const {
+    if (values.empty()) return 0;
+    std::vector<double> sorted = values;
+    std::ranges::sort(sorted);
+    const std::size_t middle = sorted.size() / 2;
+    return sorted.size() % 2 != 0 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2;
+}
+
+double Series::Spread() const {
+    const double median = Median();
+    double largest = 0;
+    for (const double value : values) largest = std::max(largest, std::abs(value - median));
+    return median > 0 ? largest / median : 0;
+}
+
+double SecondsOf(const std::function<void()>& action) {
+    LARGE_INTEGER frequency;
+    LARGE_INTEGER begin;
+    LARGE_INTEGER end;
+    ::QueryPerformanceFrequency(&frequency);
+    ::QueryPerformanceCounter(&begin);
+    action();
+    ::QueryPerformanceCounter(&end);
+    return static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
