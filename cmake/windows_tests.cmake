@@ -53,6 +53,8 @@ set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}
 # These watch the clock, so they get the machine to themselves.
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)
 
+include(cmake/bench.cmake)
+
 # The demo's guide is such a driver too.
 file(GLOB tour_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/demo/*.cpp)
 add_executable(demo_tour ${tour_sources})

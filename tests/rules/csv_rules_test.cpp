@@ -35,7 +35,7 @@ TEST_CASE("lines are taken apart into their fields") {
         {"\r\n", {{""}}},
         {"\"a,b\",c\r\n", {{"a,b", "c"}}},
         {"\"say \"\"x\"\"\"\r\n", {{"say \"x\""}}},
-        {"\"\",\"\"", {{"", ""}}},
+        {R"("","")", {{"", ""}}},
         {"\"one\r\ntwo\"\r\nb\r\n", {{"one\r\ntwo"}, {"b"}}},
         {"a\"b,c\r\n", {{"a\"b", "c"}}},
     };

@@ -1,4 +1,4 @@
-#include "bench/registry_maker.h"
+#include "benchmark/registry_maker.h"
 
 #include <cstdio>
 #include <random>
@@ -44,8 +44,8 @@ private:
     }
     void SetText(const std::string& name, const std::string& text, DWORD type = REG_SZ) {
         const auto* bytes = reinterpret_cast<const BYTE*>(text.c_str());
-        if (::RegSetValueExA(m_key.Get(), name.c_str(), 0, type, bytes, static_cast<DWORD>(text.size() + 1)) !=
-            ERROR_SUCCESS)
+        if (::RegSetValueExA(m_key.Get(), name.c_str(), 0, type, bytes,
+                             static_cast<DWORD>(text.size() + 1)) != ERROR_SUCCESS)
             throw std::runtime_error("cannot set " + name);
     }
     void SetNumber(const std::string& name) { SetText(name, std::string(3, 'n'), REG_DWORD); }

@@ -1,4 +1,4 @@
-#include "bench/walks.h"
+#include "benchmark/walks.h"
 
 #include <windows.h>
 
@@ -8,8 +8,8 @@
 #include "analysis/channel.h"
 #include "analysis/deep_scan.h"
 #include "analysis/report.h"
-#include "bench/registry_maker.h"
-#include "bench/series.h"
+#include "benchmark/registry_maker.h"
+#include "benchmark/series.h"
 #include "framework/wnd.h"
 #include "platform/owners.h"
 #include "platform/worker_thread.h"
@@ -30,7 +30,7 @@ public:
 
     /// Runs work in a worker thread and serves it until it has ended. @return seconds.
     double Run(void (*work)()) {
-        return SecondsOf([work] {
+        return SecondsOf([work]() mutable {
             const CUniqueHandle thread = BeginThread(&RunWork, &work, THREAD_PRIORITY_NORMAL);
             const HANDLE handle = thread.Get();
             MSG message;

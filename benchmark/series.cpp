@@ -1,4 +1,4 @@
-#include "bench/series.h"
+#include "benchmark/series.h"
 
 #include <windows.h>
 
