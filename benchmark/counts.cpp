@@ -2,28 +2,12 @@
 
 #include <windows.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
+#include "analysis/check.h"
 #include "benchmark/registry_maker.h"
 #include "benchmark/walks.h"
 #include "platform/owners.h"
+#include "tests/support/allocation_count.h"
 #include "tests/support/call_counter.h"
-
-namespace {
-
-std::atomic<long> g_allocations = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    ++g_allocations;
-    if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 Counts CountDeepScan() {
     CUniqueKey key;
@@ -35,9 +19,9 @@ Counts CountDeepScan() {
 
     using Kind = CCallCounter::Kind;
     const CCallCounter counter;
-    const long before = g_allocations;
+    const long before = AllocationCount();
     RunDeepScan();
-    const long allocations = g_allocations - before;
+    const long allocations = AllocationCount() - before;
     Counts counts;
     counts["keys"] = keys;
     counts["values"] = values;
@@ -55,5 +39,27 @@ Counts CountDeepScan() {
     for (const Kind kind : {Kind::Registry, Kind::Send, Kind::Wait, Kind::File})
         for (const CallCount& call : CCallCounter::CallsOf(kind))
             counts["calls_" + call.function] = static_cast<double>(call.calls);
+    return counts;
+}
+
+Counts CountAnalysis() {
+    using Kind = CCallCounter::Kind;
+    const struct {
+        Kind kind;
+        const char* name;
+    } kinds[] = {{Kind::Registry, "registry_calls"},
+                 {Kind::Send, "sends"},
+                 {Kind::Wait, "waits"},
+                 {Kind::File, "file_calls"}};
+    Counts counts;
+    for (const Check& check : AllChecks()) {
+        const CCallCounter counter;
+        RunAsWorker(check.run);
+        for (const auto& [kind, name] : kinds) {
+            const auto calls = static_cast<double>(CCallCounter::Calls(kind));
+            counts[std::string(name) + "_of_" + check.name] = calls;
+            counts[std::string(name) + "_of_all_checks"] += calls;
+        }
+    }
     return counts;
 }

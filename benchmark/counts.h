@@ -8,3 +8,7 @@
 using Counts = std::map<std::string, double>;
 
 [[nodiscard]] Counts CountDeepScan();
+
+/// The registry calls, sends, waits and file calls of every check, and of all of them, over the whole
+/// registry.
+[[nodiscard]] Counts CountAnalysis();

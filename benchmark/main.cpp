@@ -53,7 +53,10 @@ public:
             if (IsWanted("start")) Add("start", TimeStart());
         }
         if (IsWanted("list")) MeasureCleaning();
-        if (IsWanted("counts")) m_report.counts = CountDeepScan();
+        if (IsWanted("counts")) {
+            m_report.counts = CountDeepScan();
+            m_report.counts.merge(CountAnalysis());
+        }
         for (const char* name : {"vellumor.exe", "vellumor-cli.exe"})
             Add(std::string(name) + "_bytes", static_cast<double>(FileSizeOf(ProgramFolder() + "\\" + name)));
         AddRatios();

@@ -17,9 +17,17 @@
 namespace {
 
 constexpr DWORD kEndPatience = 3'600'000;  // milliseconds
+constexpr DWORD kMemoryPeriod = 100;
 constexpr char kEmptyKey[] = "HKEY_CURRENT_USER\\Software\\VellumorBenchEmpty";
 
 std::string OutputFile(const char* name) { return ProgramFolder() + "\\bench-" + name; }
+
+std::size_t PeakMemoryOf(HANDLE process) {
+    PROCESS_MEMORY_COUNTERS counters{};
+    counters.cb = sizeof counters;
+    return ::GetProcessMemoryInfo(process, &counters, sizeof counters) != FALSE ? counters.PeakWorkingSetSize
+                                                                                : 0;
+}
 
 /// A process that runs, with its output in a file.
 class CProcess {
@@ -40,22 +48,18 @@ public:
         ::CloseHandle(process.hThread);
         m_process.Reset(process.hProcess);
     }
-    void Wait() const {
-        if (::WaitForSingleObject(m_process.Get(), kEndPatience) != WAIT_OBJECT_0)
-            throw std::runtime_error("a program does not end");
+    /// Waits for its end. @return the most memory that it had, in bytes.
+    [[nodiscard]] std::size_t Wait() const {
+        // Asked while it runs, since Wine forgets the number with the process.
+        std::size_t peakMemory = 0;
+        while (::WaitForSingleObject(m_process.Get(), kMemoryPeriod) == WAIT_TIMEOUT)
+            peakMemory = std::max(peakMemory, PeakMemoryOf(m_process.Get()));
+        return peakMemory;
     }
-    [[nodiscard]] HANDLE Get() const { return m_process.Get(); }
 
 private:
     CUniqueHandle m_process;
 };
-
-std::size_t PeakMemoryOf(HANDLE process) {
-    PROCESS_MEMORY_COUNTERS counters{};
-    counters.cb = sizeof counters;
-    return ::GetProcessMemoryInfo(process, &counters, sizeof counters) != FALSE ? counters.PeakWorkingSetSize
-                                                                                : 0;
-}
 
 /// The time of an export by a program, without what it takes for a key that holds nothing.
 double TimeExportBy(const std::string& before, const std::string& behind) {
@@ -72,7 +76,7 @@ double TimeExportBy(const std::string& before, const std::string& behind) {
 }  // namespace
 
 double TimeProgram(const std::string& commandLine) {
-    return SecondsOf([&commandLine] { CProcess(commandLine).Wait(); });
+    return SecondsOf([&commandLine] { (void)CProcess(commandLine).Wait(); });
 }
 
 double TimeRegQuery() {
@@ -97,8 +101,7 @@ AnalysisCost TimeAnalysisInConsole() {
     AnalysisCost cost{};
     cost.seconds = SecondsOf([&cost] {
         const CProcess process("\"" + ProgramFolder() + "\\vellumor-cli.exe\" analyze --format csv");
-        process.Wait();
-        cost.peakMemory = PeakMemoryOf(process.Get());
+        cost.peakMemory = process.Wait();
     });
     return cost;
 }

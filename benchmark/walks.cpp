@@ -122,5 +122,6 @@ double TimeBareWalk() { return Time(&WalkBarely); }
 double TimeWalkWithSends() { return Time(&WalkWithSends); }
 double TimeDeepScan() { return Time(&ScanDeeply); }
 
-void RunDeepScan() { (void)Time(&ScanDeeply); }
+void RunDeepScan() { RunAsWorker(&ScanDeeply); }
+void RunAsWorker(void (*work)()) { (void)Time(work); }
 std::size_t RowsOfDeepScan() { return g_rows; }

@@ -13,5 +13,7 @@
 [[nodiscard]] double TimeDeepScan();
 /// What the deep scan does once, without a clock: for those who count calls.
 void RunDeepScan();
+/// Runs any work of an analysis in that worker thread.
+void RunAsWorker(void (*work)());
 /// The rows that it found last.
 [[nodiscard]] std::size_t RowsOfDeepScan();

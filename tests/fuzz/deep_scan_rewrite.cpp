@@ -24,8 +24,8 @@ class CFuzzFolders : public CFolderSource {
 public:
     CFuzzFolders(std::string windows, std::string other)
         : m_windows(std::move(windows)), m_other(std::move(other)) {}
-    [[nodiscard]] std::string WindowsFolder() const override { return m_windows; }
-    [[nodiscard]] std::string Expand(const char* variable) const override {
+    [[nodiscard]] std::string_view WindowsFolder() const override { return m_windows; }
+    [[nodiscard]] std::string_view Expand(const char* variable) const override {
         bool known = false;
         for (const std::string_view name : kVariables) known = known || name == variable;
         Require(known, "only known variables are expanded");

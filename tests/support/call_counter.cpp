@@ -57,6 +57,8 @@ const auto& AllCounted() {
         COUNTED(File, SearchPathA),
         COUNTED(File, GetShortPathNameA),
         COUNTED(File, PathFileExistsA),
+        COUNTED(Folder, ExpandEnvironmentStringsA),
+        COUNTED(Folder, GetWindowsDirectoryA),
     });
     return counted;
 }

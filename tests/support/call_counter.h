@@ -10,10 +10,10 @@ struct CallCount {
 };
 
 /// Counts the calls that this program makes to the functions of the system which cost most: registry, sends
-/// and waits, files. It counts while it lives; only one can live at a time.
+/// and waits, files, folders of the system. It counts while it lives; only one can live at a time.
 class CCallCounter {
 public:
-    enum class Kind { Registry, Send, Wait, File };
+    enum class Kind { Registry, Send, Wait, File, Folder };
 
     CCallCounter();
     CCallCounter(const CCallCounter&) = delete;
