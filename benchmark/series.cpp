@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cmath>
 
 double Series::Median() const {
     if (values.empty()) return 0;
@@ -14,10 +13,11 @@ double Series::Median() const {
 }
 
 double Series::Spread() const {
-    const double median = Median();
-    double largest = 0;
-    for (const double value : values) largest = std::max(largest, std::abs(value - median));
-    return median > 0 ? largest / median : 0;
+    if (values.empty() || Median() <= 0) return 0;
+    std::vector<double> sorted = values;
+    std::ranges::sort(sorted);
+    const std::size_t quarter = sorted.size() / 4;
+    return (sorted[sorted.size() - 1 - quarter] - sorted[quarter]) / 2 / Median();
 }
 
 double SecondsOf(const std::function<void()>& action) {

@@ -10,7 +10,7 @@ struct Series {
     std::vector<double> values;
 
     [[nodiscard]] double Median() const;
-    /// The largest deviation from the median, as a part of it.
+    /// How far the middle half of the rounds reaches to either side, as a part of the median.
     [[nodiscard]] double Spread() const;
 };
 
