@@ -10,6 +10,8 @@ namespace {
 // No path or identifier comes near this; a larger datum cannot be read, and does not take our memory either.
 constexpr DWORD kLargestData = 16U << 20;
 
+constexpr DWORD kUsualTextBytes = 260;
+
 }  // namespace
 
 CValueReader::CValueReader(DWORD nameBytes, DWORD dataBytes, TooLarge tooLarge)
@@ -64,13 +66,14 @@ QueriedText QueryText(HKEY key, const char* name, DWORD bytes) {
 }
 
 QueriedText QueryWholeText(HKEY key, const char* name) {
-    QueriedText query{ERROR_MORE_DATA, REG_NONE, {}};
+    // Nearly every text fits, so its size is asked for only where it does not.
+    QueriedText query = QueryText(key, name, kUsualTextBytes);
     // Another program may make the value larger between the two calls, hence the loop.
     while (query.result == ERROR_MORE_DATA) {
         DWORD bytes = 0;
         const LSTATUS sized = ::RegQueryValueExA(key, name, nullptr, nullptr, nullptr, &bytes);
         if (sized != ERROR_SUCCESS) return {sized, REG_NONE, {}};
-        if (bytes > kLargestData) return query;
+        if (bytes > kLargestData) return {ERROR_MORE_DATA, REG_NONE, {}};
         query = QueryText(key, name, bytes);
     }
     return query;
