@@ -51,6 +51,7 @@ bool CValueReader::GrowFor(HKEY key) {
     const std::size_t name = std::max<std::size_t>(m_name.size(), 3 * std::size_t{longestName} + 2);
     const std::size_t data = std::max<std::size_t>(m_data.size(), std::size_t{largestData} * 3 / 2 + 2);
     if (name == m_name.size() && data == m_data.size()) return false;
+    m_hasGrown = true;
     m_name.resize(name);
     if (m_readsData) m_data.resize(data);
     return true;
