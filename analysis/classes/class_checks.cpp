@@ -21,13 +21,15 @@ bool ClassesKeyIsNotFound(const std::string& path) {
     return TryClassesKey(path.c_str()) == ERROR_FILE_NOT_FOUND;
 }
 
-void CheckClassContent(const Subkey& entry) {
+/// @return whether the key can have subkeys of its own: false where it has been seen to have none.
+bool CheckClassContent(const Subkey& entry) {
     const CUniqueKey key = OpenForAll(entry.parent, entry.name);
-    if (!key || !HasNoSubkeys(key.Get())) return;
+    if (!key || !HasNoSubkeys(key.Get())) return true;
     CValueReader values(kValueNameBytes, kValueDataBytes);
     const LSTATUS first = values.Read(key.Get(), 0);
     if (first == ERROR_NO_MORE_ITEMS || first == ERROR_FILE_NOT_FOUND)
         ReportUntimed(reasons::kNothingInKey, entry.path.c_str());
+    return false;
 }
 
 bool HasCommand(HKEY shell) {
@@ -99,7 +101,7 @@ void CheckCurrentVersion(const Subkey& entry) {
 
 void CheckClassKeys() {
     ForEachSubkey(kClassesRoot, [](const Subkey& entry) {
-        CheckClassContent(entry);
+        if (!CheckClassContent(entry)) return;
         CheckShell(entry);
         CheckDefaultIcon(entry);
     });

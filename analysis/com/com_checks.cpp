@@ -1,5 +1,6 @@
 #include "analysis/com/com_checks.h"
 
+#include <set>
 #include <string>
 
 #include "analysis/com/com_areas.h"
@@ -105,18 +106,46 @@ constexpr InterfaceLink kInterfaceLinks[] = {
     {"BaseInterface", &ClassIdMissing, reasons::kClassMissing},
 };
 
-void CheckInterface(const Subkey& entry) {
+/// The identifiers that were found registered while one check ran. Most interfaces name one of a few classes
+/// and libraries, and each look-up costs three registry calls.
+class CRegisteredIds {
+public:
+    [[nodiscard]] bool IsMissing(const InterfaceLink& link, const char* guid) {
+        std::set<std::string, std::less<>>& known =
+            link.isMissing == &TypeLibMissing ? m_libraries : m_classes;
+        if (known.contains(std::string_view(guid))) return false;
+        if (link.isMissing(guid)) return true;
+        known.emplace(guid);
+        return false;
+    }
+
+private:
+    std::set<std::string, std::less<>> m_libraries;
+    std::set<std::string, std::less<>> m_classes;
+};
+
+/// Whether nothing of worth stands in a link's tree. The first value, which has been read already, decides it
+/// for nearly all; it does only where the test of the tree would see it too.
+bool LinkIsEmpty(const FirstValue& first, HKEY key, const std::string& path) {
+    if (first.IsSeenByTreeTest()) {
+        PollCancel();
+        return false;
+    }
+    return KeyTreeIsEmpty(key, path, &PollCancel);
+}
+
+void CheckInterface(const Subkey& entry, CRegisteredIds& registered) {
     const CUniqueKey interfaceKey = OpenForAll(entry.parent, entry.name);
     if (!interfaceKey) return;
     for (const InterfaceLink& link : kInterfaceLinks) {
         const CUniqueKey key = OpenForAll(interfaceKey.Get(), link.subkey);
         if (!key) continue;
-        if (KeyTreeIsEmpty(key.Get(), entry.path + "\\" + link.subkey, &PollCancel)) {
+        const FirstValue first(key.Get());
+        if (LinkIsEmpty(first, key.Get(), entry.path + "\\" + link.subkey)) {
             ReportBelow(reasons::kNothingInTree, entry, link.subkey, "", "");
             continue;
         }
-        const FirstValue first(key.Get());
-        if (first.IsDefaultWithData() && link.isMissing(first.value.Data()))
+        if (first.IsDefaultWithData() && registered.IsMissing(link, first.value.Data()))
             ReportBelow(link.reason, entry, link.subkey, "", first.value.Data());
     }
 }
@@ -150,4 +179,7 @@ void CheckClassTypeLibLinks() {
     });
 }
 
-void CheckInterfaces() { ForEachSubkey(kInterfaces, &CheckInterface); }
+void CheckInterfaces() {
+    CRegisteredIds registered;
+    ForEachSubkey(kInterfaces, [&registered](const Subkey& entry) { CheckInterface(entry, registered); });
+}
