@@ -73,13 +73,16 @@ private:
     /// @return what ended the walk.
     [[nodiscard]] LSTATUS WriteValues(HKEY key, DWORD count) {
         for (DWORD index = 0; index < count; ++index) {
-            std::memset(m_data, 0, sizeof m_data);
+            // All of the buffer is zero but for what the former value left in it.
+            std::memset(m_data, 0, m_usedBytes);
+            m_usedBytes = sizeof m_data;
             DWORD nameBytes = sizeof m_name;
             DWORD dataBytes = sizeof m_data;
             DWORD type = REG_NONE;
             const LSTATUS result =
                 ::RegEnumValueA(key, index, m_name, &nameBytes, nullptr, &type, m_data, &dataBytes);
             if (result != ERROR_SUCCESS) return result;
+            m_usedBytes = dataBytes;
             const std::string_view name(m_name, nameBytes);
             m_text.WriteValue(name.substr(0, name.find('\0')), type, {m_data, dataBytes});
         }
@@ -104,6 +107,7 @@ private:
     std::string m_path;
     char m_name[kValueNameBytes];
     unsigned char m_data[kExportedDataBytes];
+    DWORD m_usedBytes = sizeof m_data;  // of the data buffer, which may hold anything up to there
 };
 
 CUniqueFile OpenFile(const char* fileName) {
