@@ -109,6 +109,7 @@ private:
 
     void MeasureAnalysis() {
         Add("reg_query", TimeRegQuery());
+        Add("hives_with_sends", TimeHivesWithSends());
         const AnalysisCost window = TimeAnalysisInWindow();
         Add("analysis_in_window", window.seconds);
         Add("window_memory_bytes", static_cast<double>(window.peakMemory));
@@ -120,8 +121,10 @@ private:
 
     void MeasureExport() {
         Add("export", TimeExport());
-        Add("regedit_export", TimeRegeditExport());
-        Add("reg_export", TimeRegExport());
+        const ExportCost regedit = TimeRegeditExport();
+        Add("regedit_export", regedit.withoutStart);
+        Add("regedit_command", regedit.command);
+        Add("reg_export", TimeRegExport().withoutStart);
     }
 
     void MeasureList() {
@@ -148,12 +151,18 @@ private:
                  "deep_scan", "walk_with_sends", 1.15);
         AddRatio(report, "analysis_to_reg_query", "analysis in the window / reg query /s of the three hives",
                  "analysis_in_window", "reg_query", 1.5);
+        AddRatio(report, "hives_with_sends_to_reg_query",
+                 "the walk and sends of its first three stages alone", "hives_with_sends", "reg_query", {});
+        AddRatio(report, "analysis_to_hives_with_sends", "analysis in the window / that walk",
+                 "analysis_in_window", "hives_with_sends", {});
         AddRatio(report, "console_to_reg_query", "analysis in the console / reg query /s of the three hives",
                  "analysis_in_console", "reg_query", {});
         AddRatio(report, "window_to_console", "analysis in the window / in the console", "analysis_in_window",
                  "analysis_in_console", {});
         AddRatio(report, "export_to_regedit", "export / regedit /e of the same key", "export",
                  "regedit_export", 0.7);
+        AddRatio(report, "export_to_regedit_command", "export / the whole command, its start included",
+                 "export", "regedit_command", {});
         AddRatio(report, "export_to_reg_export", "export / reg export of the same key", "export",
                  "reg_export", {});
         AddRatio(report, "row_cost_100k_to_1k", "adding a row to 100,000 / to 1,000", "row_add_100000",

@@ -61,8 +61,7 @@ private:
     CUniqueHandle m_process;
 };
 
-/// The time of an export by a program, without what it takes for a key that holds nothing.
-double TimeExportBy(const std::string& before, const std::string& behind) {
+ExportCost TimeExportBy(const std::string& before, const std::string& behind) {
     CUniqueKey empty;
     ::RegCreateKeyA(HKEY_CURRENT_USER, "Software\\VellumorBenchEmpty", empty.Receive());
     const auto time = [&](const std::string& key) {
@@ -70,7 +69,8 @@ double TimeExportBy(const std::string& before, const std::string& behind) {
         return TimeProgram(before + key + behind);
     };
     const double start = time(kEmptyKey);
-    return std::max(time(kScratchPath + 1) - start, 0.0);
+    const double command = time(kScratchPath + 1);
+    return {command, std::max(command - start, 0.0)};
 }
 
 }  // namespace
@@ -122,11 +122,11 @@ double TimeExport() {
     });
 }
 
-double TimeRegeditExport() {
+ExportCost TimeRegeditExport() {
     return TimeExportBy("regedit.exe /e \"" + OutputFile("other.reg") + "\" \"", "\"");
 }
 
-double TimeRegExport() {
+ExportCost TimeRegExport() {
     return TimeExportBy("reg.exe export \"", "\" \"" + OutputFile("other.reg") + "\" /y");
 }
 

@@ -27,10 +27,14 @@ struct AnalysisCost {
 
 /// Our export of the scratch registry's key. @return seconds.
 [[nodiscard]] double TimeExport();
-/// The registry editor's, and the reg program's, of the same key. What each takes for an empty key, its start
-/// above all, is taken off.
-[[nodiscard]] double TimeRegeditExport();
-[[nodiscard]] double TimeRegExport();
+/// What an export by another program takes, in seconds.
+struct ExportCost {
+    double command;       // all of it
+    double withoutStart;  // without what it takes for an empty key, its start above all
+};
+/// The registry editor's, and the reg program's, of the same key.
+[[nodiscard]] ExportCost TimeRegeditExport();
+[[nodiscard]] ExportCost TimeRegExport();
 
 /// A file's size in bytes; 0 where there is none.
 [[nodiscard]] std::size_t FileSizeOf(const std::string& path);

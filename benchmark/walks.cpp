@@ -94,12 +94,18 @@ void WalkBarely() {
     Walk(key.Get(), [] {});
 }
 
+void TestAndSend() {
+    ::WaitForSingleObject(g_analysisChannel.hCancelEvent, 0);
+    ::SendMessageA(g_analysisChannel.hViewWnd, WM_ANALYZE_PROGRESS, 0, 0);
+}
+
 void WalkWithSends() {
     const CUniqueKey key = OpenScratch();
-    Walk(key.Get(), [] {
-        ::WaitForSingleObject(g_analysisChannel.hCancelEvent, 0);
-        ::SendMessageA(g_analysisChannel.hViewWnd, WM_ANALYZE_PROGRESS, 0, 0);
-    });
+    Walk(key.Get(), &TestAndSend);
+}
+
+void WalkHivesWithSends() {
+    for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER, HKEY_USERS}) Walk(root, &TestAndSend);
 }
 
 void ScanDeeply() {
@@ -120,6 +126,7 @@ double Time(void (*work)()) {
 
 double TimeBareWalk() { return Time(&WalkBarely); }
 double TimeWalkWithSends() { return Time(&WalkWithSends); }
+double TimeHivesWithSends() { return Time(&WalkHivesWithSends); }
 double TimeDeepScan() { return Time(&ScanDeeply); }
 
 void RunDeepScan() { RunAsWorker(&ScanDeeply); }

@@ -9,6 +9,8 @@
 /// The same with what the deep scan does for every value, whatever it holds: the test of an event, and a send
 /// to the window.
 [[nodiscard]] double TimeWalkWithSends();
+/// That walk over the three hives that an analysis scans: what its first three stages cost at the least.
+[[nodiscard]] double TimeHivesWithSends();
 /// The deep scan itself. @return seconds.
 [[nodiscard]] double TimeDeepScan();
 /// What the deep scan does once, without a clock: for those who count calls.

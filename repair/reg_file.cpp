@@ -21,6 +21,10 @@ static_assert(kExportAccess == 9);
 constexpr DWORD kValueNameBytes = 256;
 constexpr DWORD kSubkeyNameBytes = 256;
 
+// Offered first: for a larger buffer the system itself takes memory with every call.
+constexpr DWORD kUsualDataBytes = 512;
+static_assert(kUsualDataBytes <= kExportedDataBytes);
+
 class CFileSink : public CByteSink {
 public:
     explicit CFileSink(HANDLE file) : m_file(file) {}
@@ -77,10 +81,15 @@ private:
             std::memset(m_data, 0, m_usedBytes);
             m_usedBytes = sizeof m_data;
             DWORD nameBytes = sizeof m_name;
-            DWORD dataBytes = sizeof m_data;
+            DWORD dataBytes = kUsualDataBytes;
             DWORD type = REG_NONE;
-            const LSTATUS result =
+            LSTATUS result =
                 ::RegEnumValueA(key, index, m_name, &nameBytes, nullptr, &type, m_data, &dataBytes);
+            if (result == ERROR_MORE_DATA) {
+                nameBytes = sizeof m_name;
+                dataBytes = sizeof m_data;
+                result = ::RegEnumValueA(key, index, m_name, &nameBytes, nullptr, &type, m_data, &dataBytes);
+            }
             if (result != ERROR_SUCCESS) return result;
             m_usedBytes = dataBytes;
             const std::string_view name(m_name, nameBytes);
