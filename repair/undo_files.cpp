@@ -12,10 +12,12 @@ namespace {
 
 std::string UndoFilePath(const std::string& name) { return UndoFolder() + "\\" + name; }
 
+/// The full path of the system's registry editor; empty where it is not known.
 std::string RegistryEditor() {
     char folder[MAX_PATH] = "";
     const UINT length = ::GetWindowsDirectoryA(folder, sizeof folder);
-    return std::string(folder, length < sizeof folder ? length : 0) + "\\regedit.exe";
+    if (length == 0 || length >= sizeof folder) return {};
+    return std::string(folder, length) + "\\regedit.exe";
 }
 
 bool FileExists(const std::string& path) {
@@ -45,9 +47,10 @@ std::vector<std::string> FindUndoFiles() {
 bool DeleteUndoFile(const std::string& name) { return ::DeleteFileA(UndoFilePath(name).c_str()) != FALSE; }
 
 bool ReplayUndoFile(const std::string& name) {
-    std::string command = RegistryEditor();
-    // Without an editor there is nothing that could take the file: the start of the bare name then fails.
-    if (FileExists(command)) command += " /s \"" + UndoFilePath(name) + "\"";
+    const std::string editor = RegistryEditor();
+    const std::string file = UndoFilePath(name);
+    if (editor.empty() || !FileExists(editor)) return false;
+    const std::string command = "\"" + editor + "\" /s \"" + file + "\"";
     constexpr UINT kLastError = 31;
     return SystemActions().RunProgram(command.c_str(), SW_HIDE) > kLastError;
 }
