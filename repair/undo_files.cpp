@@ -6,6 +6,7 @@
 #include "platform/local_time.h"
 #include "platform/owners.h"
 #include "platform/program_folder.h"
+#include "repair/undo_companion.h"
 #include "repair/undo_name_rules.h"
 
 namespace {
@@ -44,12 +45,19 @@ std::vector<std::string> FindUndoFiles() {
     return names;
 }
 
-bool DeleteUndoFile(const std::string& name) { return ::DeleteFileA(UndoFilePath(name).c_str()) != FALSE; }
+bool DeleteUndoFile(const std::string& name) {
+    const std::string file = UndoFilePath(name);
+    if (::DeleteFileA(file.c_str()) == FALSE) return false;
+    // After the file: without its companion, it would be replayed unread.
+    const std::string companion = CompanionName(file);
+    if (!companion.empty()) ::DeleteFileA(companion.c_str());
+    return true;
+}
 
 bool ReplayUndoFile(const std::string& name) {
     const std::string editor = RegistryEditor();
     const std::string file = UndoFilePath(name);
-    if (editor.empty() || !FileExists(editor)) return false;
+    if (editor.empty() || !FileExists(editor) || !MayReplay(file)) return false;
     const std::string command = "\"" + editor + "\" /s \"" + file + "\"";
     constexpr UINT kLastError = 31;
     return SystemActions().RunProgram(command.c_str(), SW_HIDE) > kLastError;
