@@ -73,6 +73,9 @@ private:
         const std::size_t length = m_path.size();
         char name[kSubkeyNameBytes];
         for (DWORD index = 0; ::RegEnumKeyA(key, index, name, sizeof name) == ERROR_SUCCESS; ++index) {
+            // A name that begins with a zero byte: without a name, the key itself is opened, and so without
+            // end.
+            if (name[0] == '\0') continue;
             CUniqueKey subkey;
             if (OpenKeyItself(key, name, kExportAccess, subkey) != ERROR_SUCCESS) continue;
             m_path += '\\';
