@@ -2,14 +2,10 @@
 
 #include <span>
 
-/// One place of the last stage: a check, and the registry area that it covers.
-struct CategoryCheck {
-    const char* area;
-    void (*check)();
-};
+#include "analysis/check.h"
 
 /// The checks of the last stage in the order in which they run.
-[[nodiscard]] std::span<const CategoryCheck> CategoryChecks();
+[[nodiscard]] std::span<const Check> CategoryChecks();
 
 /// Runs them one after another.
 void RunCategoryChecks();

@@ -37,3 +37,14 @@ struct AnalysisChannel {
 
 /// The process's one channel; one worker at a time uses it.
 extern AnalysisChannel g_analysisChannel;
+
+class CCheckChoice;
+
+/// What stands beside the channel, filled and read like it.
+struct AnalysisContext {
+    const char* pszReason = nullptr;             // of the row: why it is one
+    const char* pszCheck = nullptr;              // name of the check that runs, or ran last
+    const CCheckChoice* pCheckChoice = nullptr;  // the checks that run; null: all. Set by the host
+};
+
+extern AnalysisContext g_analysisContext;

@@ -35,8 +35,8 @@ struct Subkey {
     std::string path;       // of the row: parent, name, and the walk's tail
     std::string writeTime;  // UTC
 
-    void Report(const char* valueName = nullptr, const char* data = nullptr) const {
-        ReportRow(path.c_str(), writeTime.c_str(), valueName, data);
+    void Report(Reason reason, const char* valueName = nullptr, const char* data = nullptr) const {
+        ReportRow(path.c_str(), writeTime.c_str(), valueName, data, reason);
     }
 };
 
@@ -118,8 +118,9 @@ void ForEachValue(const CheckArea& area, CValueReader values, Visit visit) {
 }
 
 /// Adds a row without a write time, as checks do that read the values of one key.
-inline void ReportUntimed(const char* path, const char* valueName = nullptr, const char* data = nullptr) {
-    ReportRow(path, "", valueName, data);
+inline void ReportUntimed(Reason reason, const char* path, const char* valueName = nullptr,
+                          const char* data = nullptr) {
+    ReportRow(path, "", valueName, data, reason);
 }
 
 /// Whether no file or folder of that name exists. The text is taken as it stands.

@@ -80,16 +80,16 @@ void DropPrefixes(char* data) {
 
 void ReplaceFolderVariable(std::span<char> data, const CFolderSource& folders) {
     if (StartsWith(data, kSystemRoot)) {
-        const std::string folder = folders.WindowsFolder();
+        const std::string_view folder = folders.WindowsFolder();
         if (!folder.empty()) ReplaceStart(data, kSystemRoot, folder);
     } else if (StartsWith(data, kSystemDrive) && !Holds(data, kSystemRoot)) {
-        const std::string folder = folders.WindowsFolder();
+        const std::string_view folder = folders.WindowsFolder();
         if (!folder.empty()) ReplaceStart(data, kSystemDrive, folder.substr(0, kDriveLength));
     }
     for (const Variable& variable : kVariables) {
         if (!StartsWith(data, variable.token)) continue;
         if (variable.onlyWithout != nullptr && Holds(data, variable.onlyWithout)) continue;
-        const std::string folder = folders.Expand(variable.token);
+        const std::string_view folder = folders.Expand(variable.token);
         if (!folder.empty()) ReplaceStart(data, variable.token, folder);
     }
 }

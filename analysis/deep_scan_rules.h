@@ -20,15 +20,15 @@ inline constexpr std::size_t kScanPathBytes = 1000;
 /// @param data  zero-terminated; changed in place.
 void DropPrefixes(char* data);
 
-/// Where the deep scan learns about folders.
+/// Where the deep scan learns about folders. The texts last as long as the source.
 class CFolderSource {
 public:
     virtual ~CFolderSource() = default;
     /// The Windows folder, as in "C:\WINDOWS"; empty when it cannot be told.
-    [[nodiscard]] virtual std::string WindowsFolder() const = 0;
+    [[nodiscard]] virtual std::string_view WindowsFolder() const = 0;
     /// What an environment variable, written with its percent signs, stands for; empty when that cannot be
     /// told.
-    [[nodiscard]] virtual std::string Expand(const char* variable) const = 0;
+    [[nodiscard]] virtual std::string_view Expand(const char* variable) const = 0;
 };
 
 /// Replaces a folder variable at the very start of the data. A result that does not fit leaves the data as

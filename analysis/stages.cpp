@@ -11,45 +11,62 @@
 
 namespace {
 
-struct StageWork {
-    const char* area;
-    void (*work)();
+constexpr Check kChecks[] = {
+    {"dead-files-of-the-machine", "HKEY_LOCAL_MACHINE, every key",
+     "Values of the machine that name a file or folder which does not exist.", &ScanLocalMachine},
+    {"dead-files-of-the-current-user", "HKEY_CURRENT_USER, every key",
+     "Values of the current user that name a file or folder which does not exist.", &ScanCurrentUser},
+    {"dead-files-of-all-users", "HKEY_USERS, every key",
+     "Values of all loaded users that name a file or folder which does not exist.", &ScanUsers},
+    {"class-modules-and-icons", "CLSID, subkeys of every class",
+     "Server, handler and icon keys of classes that are empty or lead to no file.", &CheckClassSubkeys},
+    {"class-links", "CLSID, program and application links of every class",
+     "Classes that are empty, or whose program or application identifier is not registered.",
+     &CheckClassLinks},
+    {"type-libraries", "TypeLib", "Type libraries that are empty, or whose file or help folder is gone.",
+     &CheckTypeLibraries},
+    {"top-level-classes", "HKEY_CLASSES_ROOT, top-level keys and their class links",
+     "Top-level classes without content, or whose class identifier is not registered.",
+     &CheckClassesRootKeys},
+    {"type-library-links", "CLSID, type library link of every class",
+     "Classes whose type library is not registered.", &CheckClassTypeLibLinks},
+    {"interfaces", "Interface", "Interfaces that name a type library or class which is not registered.",
+     &CheckInterfaces},
 };
-
-constexpr StageWork kWork[] = {
-    {"HKEY_LOCAL_MACHINE, dead file references", &ScanLocalMachine},
-    {"HKEY_CURRENT_USER, dead file references", &ScanCurrentUser},
-    {"HKEY_USERS, dead file references", &ScanUsers},
-    {"CLSID, subkeys of every class", &CheckClassSubkeys},
-    {"CLSID, program and application links of every class", &CheckClassLinks},
-    {"TypeLib", &CheckTypeLibraries},
-    {"HKEY_CLASSES_ROOT, top-level keys and their class links", &CheckClassesRootKeys},
-    {"CLSID, type library link of every class", &CheckClassTypeLibLinks},
-    {"Interface", &CheckInterfaces},
-    {"Category checks", &RunCategoryChecks},
-};
-constexpr std::size_t kStageCount = std::size(kWork);
+constexpr std::size_t kStageCount = std::size(kChecks) + 1;  // the last one runs the categories
 static_assert(WM_STAGE1_DONE + kStageCount - 1 == WM_ANALYZE_DONE);
 
 constexpr AnalysisMessage DoneMessage(std::size_t index) {
     return static_cast<AnalysisMessage>(WM_STAGE1_DONE + index);
 }
 
+constexpr const Check* CheckOfStage(std::size_t index) {
+    return index < std::size(kChecks) ? &kChecks[index] : nullptr;
+}
+
 template <std::size_t Index>
 UINT RunStage(void*) {
     try {
-        kWork[Index].work();
+        if (const Check* check = CheckOfStage(Index); check != nullptr)
+            RunCheck(*check);
+        else
+            RunCategoryChecks();
     } catch (const CAnalysisCanceled&) {
-        return 0;  // the view knows already; without a done message no later stage starts
+        return 0;  // the host knows already; without a done message no later stage starts
     }
     ::PostMessageA(g_analysisChannel.hViewWnd, DoneMessage(Index), 0, 0);
     return 0;
 }
 
+template <std::size_t Index>
+constexpr AnalysisStage MakeStage() {
+    const Check* check = CheckOfStage(Index);
+    return {check, check != nullptr ? check->run : &RunCategoryChecks, DoneMessage(Index), &RunStage<Index>};
+}
+
 template <std::size_t... Index>
 constexpr auto MakeStages(std::index_sequence<Index...>) {
-    return std::array<AnalysisStage, sizeof...(Index)>{
-        AnalysisStage{kWork[Index].area, kWork[Index].work, DoneMessage(Index), &RunStage<Index>}...};
+    return std::array<AnalysisStage, sizeof...(Index)>{MakeStage<Index>()...};
 }
 
 constexpr auto kStages = MakeStages(std::make_index_sequence<kStageCount>());

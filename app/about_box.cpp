@@ -1,23 +1,13 @@
 #include "app/about_box.h"
 
-#include "app/commit.h"
 #include "platform/text.h"
+#include "platform/version.h"
 #include "resources/resource.h"
-
-namespace {
-
-constexpr const char* kArchitecture = sizeof(void*) == 4 ? "x86" : "x64";
-
-}  // namespace
-
-std::string VersionLine() {
-    return LoadText(IDS_APP_TITLE) + " (" + kArchitecture + ", built from " + SourceCommit() + ")";
-}
 
 CAboutDlg::CAboutDlg() : CDialog(IDD_ABOUT) {}
 
 bool CAboutDlg::OnInitDialog() {
-    SetDlgItemText(IDC_ABOUT_VERSION, VersionLine());
+    SetDlgItemText(IDC_ABOUT_VERSION, VersionLine(LoadText(IDS_APP_TITLE)));
     const std::string webPage = LoadText(IDC_WEB_LINK);
     const std::string supportAddress = LoadText(IDC_MAIL_LINK);
     SetDlgItemText(IDC_WEB_LINK, webPage);

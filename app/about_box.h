@@ -15,6 +15,3 @@ private:
     CStaticLink m_webLink;
     CStaticLink m_mailLink;
 };
-
-/// The line that tells one build from another, as in "Vellumor v4.55 (x86, built from 1a2b3c4d5e6f)".
-[[nodiscard]] std::string VersionLine();

@@ -2,13 +2,12 @@
 
 #include "app/main_frame.h"
 #include "app/vellumor_doc.h"
+#include "platform/error_mode.h"
 #include "resources/resource.h"
 #include "ui/vellumor_view.h"
 
 bool CVellumorApp::InitInstance() {
-    // A path on a drive without a medium would otherwise bring up a box of the system's and hold the
-    // analysis.
-    ::SetErrorMode(::SetErrorMode(0) | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    SuppressDriveBoxes();
     EnableControlContainer();
     AddDocTemplate(std::make_unique<CSingleDocTemplate>(IDR_MAINFRAME, &MakeRuntime<CDocument, CVellumorDoc>,
                                                         &MakeRuntime<CFrameWnd, CMainFrame>,

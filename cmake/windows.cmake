@@ -1,4 +1,4 @@
-# The Windows program, one static executable, and the tests that run it and its parts under Wine.
+# The Windows programs, static executables, and the tests that run them and their parts under Wine.
 target_compile_definitions(vellumor_options INTERFACE
     _WIN32_WINNT=0x0501 WINVER=0x0501 _WIN32_IE=0x0600 WIN32_LEAN_AND_MEAN NOMINMAX STRICT)
 target_compile_options(vellumor_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-flto=auto -fno-ident>)
@@ -35,8 +35,8 @@ set(VELLUMOR_COMMIT "" CACHE STRING "The commit that the about box names; empty:
 add_custom_target(vellumor_commit BYPRODUCTS ${PROJECT_BINARY_DIR}/include/commit_text.h
     COMMAND ${CMAKE_COMMAND} -D SOURCE=${PROJECT_SOURCE_DIR} -D HEADER=${PROJECT_BINARY_DIR}/include/commit_text.h
         -D COMMIT=${VELLUMOR_COMMIT} -P ${PROJECT_SOURCE_DIR}/cmake/commit.cmake)
-target_include_directories(vellumor_app PRIVATE ${PROJECT_BINARY_DIR}/include)
-add_dependencies(vellumor_app vellumor_commit)
+target_include_directories(vellumor_platform PRIVATE ${PROJECT_BINARY_DIR}/include)
+add_dependencies(vellumor_platform vellumor_commit)
 
 add_library(vellumor_resources OBJECT resources/vellumor.rc)
 target_include_directories(vellumor_resources PRIVATE ${PROJECT_SOURCE_DIR})
@@ -50,6 +50,11 @@ target_compile_options(vellumor_xp_imports PRIVATE -fno-lto)
 
 add_executable(vellumor WIN32 app/main.cpp $<TARGET_OBJECTS:vellumor_resources> $<TARGET_OBJECTS:vellumor_xp_imports>)
 target_link_libraries(vellumor PRIVATE vellumor_app)
+
+option(VELLUMOR_CONSOLE "Build the program for scripts, which needs CLI11 and nlohmann/json" ON)
+if(VELLUMOR_CONSOLE)
+    include(cmake/console.cmake)
+endif()
 include(cmake/help.cmake)
 
 option(VELLUMOR_TESTS "Build the tests, which run under Wine" ON)

@@ -29,6 +29,7 @@ if(EXISTS ${PROJECT_SOURCE_DIR}/tests/repair/main.cpp)
     vellumor_test_program(repair vellumor_test_support)
 endif()
 vellumor_test_program(hives vellumor_test_support vellumor_hives)
+vellumor_test_program(console vellumor_console vellumor_test_support $<TARGET_OBJECTS:vellumor_console_resources>)
 vellumor_test_program(ui vellumor_app vellumor_test_support $<TARGET_OBJECTS:vellumor_resources>)
 
 # Drives a running Vellumor from outside, through its window.
@@ -40,17 +41,19 @@ target_link_libraries(vellumor_driver PUBLIC vellumor_options)
 if(NOT VELLUMOR_ARCH STREQUAL "x86")
     set(e2e_tests_arguments --test-suite=smoke)
 endif()
-vellumor_test_program(e2e vellumor_driver vellumor_test_support shlwapi)
-add_dependencies(e2e_tests vellumor)
+vellumor_test_program(e2e vellumor_driver vellumor_console vellumor_test_support shlwapi)
+add_dependencies(e2e_tests vellumor vellumor_cli)
 if(TARGET vellumor_help)
     add_dependencies(e2e_tests vellumor_help)
 endif()
 
-# Both make backups in the folder that they lie in.
-set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
+# These make undo files and backups in the folder that they lie in.
+set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
 
 # These watch the clock, so they get the machine to themselves.
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)
+
+include(cmake/bench.cmake)
 
 # The demo's guide is such a driver too.
 file(GLOB tour_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/demo/*.cpp)
@@ -58,10 +61,10 @@ add_executable(demo_tour ${tour_sources})
 target_link_libraries(demo_tour PRIVATE vellumor_driver vellumor_platform)
 add_dependencies(demo_tour vellumor)
 
-add_test(NAME ${VELLUMOR_ARCH}.imports
-    COMMAND ${PROJECT_SOURCE_DIR}/tools/check-imports ${VELLUMOR_TRIPLE} $<TARGET_FILE:vellumor>)
-add_test(NAME ${VELLUMOR_ARCH}.reproducible
-    COMMAND ${PROJECT_SOURCE_DIR}/tools/check-reproducible ${VELLUMOR_ARCH} $<TARGET_FILE:vellumor>)
+add_test(NAME ${VELLUMOR_ARCH}.imports COMMAND ${PROJECT_SOURCE_DIR}/tools/check-imports ${VELLUMOR_TRIPLE}
+    $<TARGET_FILE:vellumor> $<TARGET_FILE:vellumor_cli>)
+add_test(NAME ${VELLUMOR_ARCH}.reproducible COMMAND ${PROJECT_SOURCE_DIR}/tools/check-reproducible ${VELLUMOR_ARCH}
+    $<TARGET_FILE:vellumor> $<TARGET_FILE:vellumor_cli>)
 set_tests_properties(${VELLUMOR_ARCH}.reproducible PROPERTIES PROCESSORS 2)
 
 # The demo as a newcomer runs it, on the main architecture.

@@ -1,5 +1,5 @@
-// Shows the real program around, from outside through its window: runs one analysis, prints the rows that
-// were found as a table, cleans one and brings it back, and takes a picture of each stop on the way.
+// Shows the real program around, from outside through its window: runs one analysis,
+// cleans one row and brings it back, and takes a picture of each stop on the way.
 
 #include <windows.h>
 
@@ -21,35 +21,9 @@ namespace {
 constexpr DWORD kAnalysisPatience = 300'000;  // milliseconds
 constexpr char kPlanted[] = "Vellumor Demo";
 
-using Line = std::vector<std::string>;
-
-void PrintTable(const std::vector<Line>& lines) {
-    std::vector<std::size_t> widths;
-    for (const Line& line : lines)
-        for (std::size_t column = 0; column < line.size(); ++column) {
-            if (column == widths.size()) widths.push_back(0);
-            widths[column] = std::max(widths[column], line[column].size());
-        }
-    for (const Line& line : lines) {
-        std::string text;
-        for (std::size_t column = 0; column < line.size(); ++column) {
-            text += line[column];
-            if (column + 1 < line.size()) text.append(widths[column] - line[column].size() + 2, ' ');
-        }
-        std::puts(text.c_str());
-    }
-}
-
-int PrintRows(const std::vector<ListRow>& rows) {
-    std::vector<Line> lines{
-        {"Questionable Registry Key", "Write Time", "Value Name", "Questionable Data Reference"}};
-    int planted = 0;
-    for (const ListRow& row : rows) {
-        lines.push_back({row.key, row.writeTime, row.valueName, row.dataReference});
-        if (row.key.find(kPlanted) != std::string::npos) ++planted;
-    }
-    PrintTable(lines);
-    return planted;
+int CountPlanted(const std::vector<ListRow>& rows) {
+    return static_cast<int>(std::ranges::count_if(
+        rows, [](const ListRow& row) { return row.key.find(kPlanted) != std::string::npos; }));
 }
 
 /// To the height of the first rows, for the picture.
@@ -79,8 +53,8 @@ int RunTour() {
     Picture("main-window");
 
     const std::vector<ListRow> rows = app.List().Rows();
-    const int planted = PrintRows(rows);
-    std::printf("\n%s\n%d of the %u rows were planted by the demo (demo/plant.reg explains them).\n",
+    const int planted = CountPlanted(rows);
+    std::printf("%s\n%d of the %u rows were planted by the demo (demo/plant.reg explains them).\n",
                 message.c_str(), planted, static_cast<unsigned>(rows.size()));
     const bool agree =
         message.find(" " + std::to_string(rows.size()) + " invalid entries") != std::string::npos;

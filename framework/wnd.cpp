@@ -105,7 +105,7 @@ LRESULT CALLBACK CWnd::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
 }
 
 LRESULT CWnd::Dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
-    const CurrentMessage outer = m_current;  // handlers send messages, so this one may be nested
+    const HandledMessage outer = m_current;  // handlers send messages, so this one may be nested
     m_current = {message, wParam, lParam};
     LRESULT result = 0;
     if (!ReflectToChild(message, wParam, lParam, result)) {
@@ -126,8 +126,10 @@ bool CWnd::AcceptCommand(UINT id) {
 }
 
 const MessageRow* CWnd::FindMessage(UINT message) const {
-    const MessageRow* row = FindRow(Messages(), message, &MessageRow::message);
-    return row != nullptr ? row : FindRow(FrameworkMessages(), message, &MessageRow::message);
+    for (const std::span<const MessageRow> rows : {Messages(), FrameworkMessages()})
+        for (const MessageRow& row : rows)
+            if (row.message == message || (row.message < message && message <= row.last)) return &row;
+    return nullptr;
 }
 
 LRESULT CWnd::Default() {

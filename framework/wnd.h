@@ -6,10 +6,11 @@
 
 class CWnd;
 
-/// One message that a window class handles.
+/// One message that a window class handles, or a range of them that one handler takes.
 struct MessageRow {
     UINT message;
     LRESULT (*handle)(CWnd&, WPARAM, LPARAM);
+    UINT last = 0;  // of a range that begins with `message`; 0: that one alone
 };
 
 /// One command: what runs it and, where given, when its menu item and button are enabled or ticked.
@@ -119,6 +120,8 @@ protected:
     [[nodiscard]] virtual std::span<const MessageRow> FrameworkMessages() const { return {}; }
     [[nodiscard]] virtual std::span<const CommandRow> FrameworkCommands() const { return {}; }
 
+    /// The number of the message that is being handled now.
+    [[nodiscard]] UINT CurrentMessage() const { return m_current.message; }
     /// The default handling of the message that is being handled now.
     LRESULT Default();
 
@@ -136,7 +139,7 @@ private:
     [[nodiscard]] const MessageRow* FindMessage(UINT message) const;
     void Attach(HWND window);
 
-    struct CurrentMessage {
+    struct HandledMessage {
         UINT message;
         WPARAM wParam;
         LPARAM lParam;
@@ -144,5 +147,5 @@ private:
 
     HWND m_hwnd = nullptr;
     WNDPROC m_superProc = nullptr;
-    CurrentMessage m_current{};
+    HandledMessage m_current{};
 };

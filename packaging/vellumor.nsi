@@ -61,6 +61,7 @@ FunctionEnd
 Section
     SetOutPath "$INSTDIR"
     File "${FILES}\vellumor.exe"
+    File "${FILES}\vellumor-cli.exe"
     File "${FILES}\VellumorHelp.chm"
     File "${FILES}\README.txt"
     WriteUninstaller "$INSTDIR\uninstall.exe"
@@ -81,6 +82,7 @@ SectionEnd
 
 Section Uninstall
     Delete "$INSTDIR\vellumor.exe"
+    Delete "$INSTDIR\vellumor-cli.exe"
     Delete "$INSTDIR\VellumorHelp.chm"
     Delete "$INSTDIR\README.txt"
     Delete "$INSTDIR\uninstall.exe"

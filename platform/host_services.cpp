@@ -95,4 +95,16 @@ std::string CSystemActions::DeviceOfDrive(const char* drive) {
     return device;  // the first of several names: the one in force
 }
 
+bool CSystemActions::IsAdministrator() {
+    SID_IDENTIFIER_AUTHORITY authority = SECURITY_NT_AUTHORITY;
+    PSID administrators = nullptr;
+    if (::AllocateAndInitializeSid(&authority, 2, SECURITY_BUILTIN_DOMAIN_RID, DOMAIN_ALIAS_RID_ADMINS, 0, 0,
+                                   0, 0, 0, 0, &administrators) == FALSE)
+        return false;
+    BOOL isMember = FALSE;
+    const BOOL isKnown = ::CheckTokenMembership(nullptr, administrators, &isMember);
+    ::FreeSid(administrators);
+    return isKnown != FALSE && isMember != FALSE;
+}
+
 bool CSystemActions::RestartSystem() { return ::ExitWindowsEx(EWX_REBOOT, 0) != FALSE; }

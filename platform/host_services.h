@@ -50,6 +50,9 @@ public:
     [[nodiscard]] virtual LSTATUS ReplaceHive(HKEY hive, const char* newFile, const char* oldFile);
     /// @param drive  as in "C:". @return its device, as in "\Device\HarddiskVolume1"; empty: unknown.
     [[nodiscard]] virtual std::string DeviceOfDrive(const char* drive);
+    /// Whether this process runs with the rights of an administrator, and not just for a user who could have
+    /// them.
+    [[nodiscard]] virtual bool IsAdministrator();
     /// Ends all programs and starts the system anew. @return false when the system refuses.
     virtual bool RestartSystem();
 };

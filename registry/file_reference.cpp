@@ -1,5 +1,7 @@
 #include "registry/file_reference.h"
 
+#include <cstring>
+
 #include "registry/file_reference_rules.h"
 
 namespace {
@@ -10,9 +12,29 @@ constexpr DWORD kShortPathBytes = 260;
 constexpr DWORD kVariableBytes = 260;
 constexpr DWORD kFoundPathBytes = 255;
 
-bool PathExists(const std::string& path) {
-    return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
+constexpr std::size_t kPathBytes = 260;
+
+/// Two texts in a row with a terminator behind them. A path of usual length costs no allocation: the deep
+/// scan asks for one path in every few values.
+class CPathText {
+public:
+    explicit CPathText(std::string_view first, std::string_view second = {}) {
+        if (first.size() + second.size() < sizeof m_buffer) {
+            std::memcpy(m_buffer, first.data(), first.size());
+            std::memcpy(m_buffer + first.size(), second.data(), second.size());
+            m_buffer[first.size() + second.size()] = '\0';
+        } else {
+            m_long.append(first).append(second);
+        }
+    }
+    [[nodiscard]] const char* Get() const { return m_long.empty() ? m_buffer : m_long.c_str(); }
+
+private:
+    char m_buffer[kPathBytes];
+    std::string m_long;
+};
+
+bool PathExists(const CPathText& path) { return ::GetFileAttributesA(path.Get()) != INVALID_FILE_ATTRIBUTES; }
 
 std::string ReplaceIfPresent(std::string text, std::string_view token, std::string (*replacement)()) {
     return text.find(token) == std::string::npos ? text : ReplaceEvery(text, token, replacement());
@@ -62,14 +84,14 @@ std::string WindowsFolder(WindowsFolderQuery query) {
 }
 
 bool FileReferenceIsMissing(std::string_view path, WindowsFolderQuery query) {
-    if (PathExists(std::string(path))) return false;
-    const std::string program(KeepUpToExe(path, ""));
-    if (HoldsExe(path) && PathExists(program)) return false;
+    if (PathExists(CPathText(path))) return false;
+    const std::string_view program = KeepUpToExe(path, "");
+    if (HoldsExe(path) && PathExists(CPathText(program))) return false;
     // Deliberate: a path with an unexpanded variable is tried again only when the Windows folder is not to be
     // had, and then stands behind an empty folder text. With the folder known it counts as missing.
     if (HoldsSystemRoot(path)) {
         char folder[kWindowsFolderBytes] = "";
-        if (query(folder, sizeof folder) == 0 && PathExists(folder + program)) return false;
+        if (query(folder, sizeof folder) == 0 && PathExists(CPathText(folder, program))) return false;
     }
     return true;
 }

@@ -10,6 +10,8 @@ namespace {
 // No path or identifier comes near this; a larger datum cannot be read, and does not take our memory either.
 constexpr DWORD kLargestData = 16U << 20;
 
+constexpr DWORD kUsualTextBytes = 260;
+
 }  // namespace
 
 CValueReader::CValueReader(DWORD nameBytes, DWORD dataBytes, TooLarge tooLarge)
@@ -49,6 +51,7 @@ bool CValueReader::GrowFor(HKEY key) {
     const std::size_t name = std::max<std::size_t>(m_name.size(), 3 * std::size_t{longestName} + 2);
     const std::size_t data = std::max<std::size_t>(m_data.size(), std::size_t{largestData} * 3 / 2 + 2);
     if (name == m_name.size() && data == m_data.size()) return false;
+    m_hasGrown = true;
     m_name.resize(name);
     if (m_readsData) m_data.resize(data);
     return true;
@@ -64,13 +67,14 @@ QueriedText QueryText(HKEY key, const char* name, DWORD bytes) {
 }
 
 QueriedText QueryWholeText(HKEY key, const char* name) {
-    QueriedText query{ERROR_MORE_DATA, REG_NONE, {}};
+    // Nearly every text fits, so its size is asked for only where it does not.
+    QueriedText query = QueryText(key, name, kUsualTextBytes);
     // Another program may make the value larger between the two calls, hence the loop.
     while (query.result == ERROR_MORE_DATA) {
         DWORD bytes = 0;
         const LSTATUS sized = ::RegQueryValueExA(key, name, nullptr, nullptr, nullptr, &bytes);
         if (sized != ERROR_SUCCESS) return {sized, REG_NONE, {}};
-        if (bytes > kLargestData) return query;
+        if (bytes > kLargestData) return {ERROR_MORE_DATA, REG_NONE, {}};
         query = QueryText(key, name, bytes);
     }
     return query;

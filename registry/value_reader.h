@@ -30,6 +30,8 @@ public:
     [[nodiscard]] DWORD Type() const { return m_type; }
     [[nodiscard]] bool HasName() const { return m_name[0] != '\0'; }
     [[nodiscard]] bool HasData() const { return m_data[0] != '\0'; }
+    /// Whether a value was larger than the buffers were at first.
+    [[nodiscard]] bool HasGrown() const { return m_hasGrown; }
 
 private:
     [[nodiscard]] LSTATUS Enumerate(HKEY key, DWORD index);
@@ -40,6 +42,7 @@ private:
     std::vector<char> m_data;
     DWORD m_type = REG_NONE;
     bool m_readsData;
+    bool m_hasGrown = false;
     TooLarge m_tooLarge;
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/owners.h"
 #include "registry/key_link.h"
+#include "registry/value_reader.h"
 #include "repair/key_deletion.h"
 #include "repair/repair_access.h"
 #include "repair/unit_rules.h"
@@ -80,27 +81,53 @@ bool RepairRecentDocsKey(const RepairTarget& target) {
     return RemoveTree(target, RecentDocsUnit(KeyOf(target)));
 }
 
-std::span<const KindRepair> ValueEntryRepairs() {
-    static constexpr KindRepair kRepairs[] = {RepairEventlogSource,   RepairInstallerComponent,
-                                              RepairClsidKey,         RepairTypeLibKey,
-                                              RepairDefaultIconClass, RepairShellCommandClass};
-    return kRepairs;
+std::span<const RepairKind> ValueEntryRepairs() {
+    static constexpr RepairKind kKinds[] = {
+        {RepairEventlogSource, EventlogSourceUnit},
+        {RepairInstallerComponent, InstallerComponentUnit},
+        {RepairClsidKey, ClsidUnit},
+        {RepairTypeLibKey, TypeLibUnit},
+        {RepairDefaultIconClass, DefaultIconClassUnit},
+        {RepairShellCommandClass, ShellCommandClassUnit},
+    };
+    return kKinds;
 }
 
-std::span<const KindRepair> ClassesRootKeyRepairs() {
-    static constexpr KindRepair kRepairs[] = {RepairComFamilyKey};
-    return kRepairs;
+std::span<const RepairKind> ClassesRootKeyRepairs() {
+    static constexpr RepairKind kKinds[] = {{RepairComFamilyKey, ComFamilyUnit}};
+    return kKinds;
 }
 
-std::span<const KindRepair> CurrentUserKeyRepairs() {
-    static constexpr KindRepair kRepairs[] = {RepairMenuOrderKey, RepairFileExtsKey, RepairRecentDocsKey,
-                                              RepairSoftwareKey};
-    return kRepairs;
+std::span<const RepairKind> CurrentUserKeyRepairs() {
+    static constexpr RepairKind kKinds[] = {
+        {RepairMenuOrderKey, MenuOrderUnit},
+        {RepairFileExtsKey, FileExtsUnit},
+        {RepairRecentDocsKey, RecentDocsUnit},
+        {RepairSoftwareKey, SoftwareUnit},
+    };
+    return kKinds;
 }
 
-std::span<const KindRepair> KeyEntryRepairs() {
-    static constexpr KindRepair kRepairs[] = {
-        RepairTypeLibKey, RepairDefaultIconClass, RepairShellCommandClass, RepairUninstallKey,
-        RepairAppPath,    RepairArpCacheKey,      RepairSoftwareKey};
-    return kRepairs;
+std::span<const RepairKind> KeyEntryRepairs() {
+    static constexpr RepairKind kKinds[] = {
+        {RepairTypeLibKey, TypeLibUnit},
+        {RepairDefaultIconClass, DefaultIconClassUnit},
+        {RepairShellCommandClass, ShellCommandClassUnit},
+        {RepairUninstallKey, UninstallUnit},
+        {RepairAppPath, AppPathUnit},
+        {RepairArpCacheKey, ArpCacheUnit},
+        {RepairSoftwareKey, SoftwareUnit},
+    };
+    return kKinds;
+}
+
+Unit UnitToRemove(const RepairKind& kind, const RepairTarget& target) {
+    const Unit unit = kind.unit(KeyOf(target));
+    if (!unit.has_value()) return std::nullopt;
+    CUniqueKey key;
+    const LSTATUS opened = OpenKeyItself(target.rootKey, unit->c_str(), KEY_READ, key);
+    if (opened == ERROR_ACCESS_DENIED) return unit;  // it would be taken over
+    if (opened != ERROR_SUCCESS) return std::nullopt;
+    const bool stays = kind.repair == RepairUninstallKey && !HasNoSubkeys(key.Get());
+    return stays ? std::nullopt : unit;
 }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "repair/undo_record.h"
+#include "repair/unit_rules.h"
 
 /// What a kind repair works on: one entry and the undo record of its command.
 struct RepairTarget {
@@ -35,8 +36,18 @@ using KindRepair = bool (*)(const RepairTarget& target);
 [[nodiscard]] bool RepairFileExtsKey(const RepairTarget& target);
 [[nodiscard]] bool RepairRecentDocsKey(const RepairTarget& target);
 
+/// A kind of entry: how it is repaired, and which key its repair removes.
+struct RepairKind {
+    KindRepair repair;
+    Unit (*unit)(const EntryKey& key);
+};
+
 // The kinds that are tried for an entry, in this order, until one succeeds.
-[[nodiscard]] std::span<const KindRepair> ValueEntryRepairs();
-[[nodiscard]] std::span<const KindRepair> ClassesRootKeyRepairs();
-[[nodiscard]] std::span<const KindRepair> CurrentUserKeyRepairs();
-[[nodiscard]] std::span<const KindRepair> KeyEntryRepairs();
+[[nodiscard]] std::span<const RepairKind> ValueEntryRepairs();
+[[nodiscard]] std::span<const RepairKind> ClassesRootKeyRepairs();
+[[nodiscard]] std::span<const RepairKind> CurrentUserKeyRepairs();
+[[nodiscard]] std::span<const RepairKind> KeyEntryRepairs();
+
+/// The key that a kind's repair would remove, as things stand: nothing where the entry is not of the kind,
+/// where the key is not there, or where it would stay.
+[[nodiscard]] Unit UnitToRemove(const RepairKind& kind, const RepairTarget& target);

@@ -34,6 +34,20 @@ private:
     HANDLE m_file;
 };
 
+/// How many values and subkeys a key has. Knowing that saves the two calls that would only tell that there
+/// are no more; most of what an export costs are its calls.
+struct KeySize {
+    explicit KeySize(HKEY key) {
+        if (::RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, &values, nullptr,
+                               nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+            values = subkeys = kUnknown;
+    }
+
+    static constexpr DWORD kUnknown = MAXDWORD;  // the walk then goes on until the system ends it
+    DWORD values = 0;
+    DWORD subkeys = 0;
+};
+
 /// One export under way: its text and the buffers that every value is read into.
 class CExport {
 public:
@@ -48,15 +62,17 @@ public:
 
 private:
     void WriteBranchAtPath(HKEY key) {
+        const KeySize size(key);
         m_text.WriteKeyLine(m_path);
-        const LSTATUS end = WriteValues(key);
+        const LSTATUS end = WriteValues(key, size.values);
         m_text.WriteBlankLine();
         // Deliberate: a key whose values could not all be read is left without its subkeys, too.
-        if (end == ERROR_NO_MORE_ITEMS) WriteSubkeys(key);
+        if (end == ERROR_NO_MORE_ITEMS) WriteSubkeys(key, size.subkeys);
     }
 
-    [[nodiscard]] LSTATUS WriteValues(HKEY key) {
-        for (DWORD index = 0;; ++index) {
+    /// @return what ended the walk.
+    [[nodiscard]] LSTATUS WriteValues(HKEY key, DWORD count) {
+        for (DWORD index = 0; index < count; ++index) {
             std::memset(m_data, 0, sizeof m_data);
             DWORD nameBytes = sizeof m_name;
             DWORD dataBytes = sizeof m_data;
@@ -67,12 +83,14 @@ private:
             const std::string_view name(m_name, nameBytes);
             m_text.WriteValue(name.substr(0, name.find('\0')), type, {m_data, dataBytes});
         }
+        return ERROR_NO_MORE_ITEMS;
     }
 
-    void WriteSubkeys(HKEY key) {
+    void WriteSubkeys(HKEY key, DWORD count) {
         const std::size_t length = m_path.size();
         char name[kSubkeyNameBytes];
-        for (DWORD index = 0; ::RegEnumKeyA(key, index, name, sizeof name) == ERROR_SUCCESS; ++index) {
+        for (DWORD index = 0; index < count; ++index) {
+            if (::RegEnumKeyA(key, index, name, sizeof name) != ERROR_SUCCESS) return;
             // A name that begins with a zero byte: without a name, the key itself is opened, and so without
             // end.
             if (name[0] == '\0') continue;

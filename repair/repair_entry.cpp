@@ -1,7 +1,7 @@
 #include "repair/repair_entry.h"
 
-#include <algorithm>
 #include <optional>
+#include <span>
 
 #include "platform/owners.h"
 #include "registry/key_path.h"
@@ -12,8 +12,39 @@
 
 namespace {
 
-bool AnyRepairs(std::span<const KindRepair> repairs, const RepairTarget& target) {
-    return std::ranges::any_of(repairs, [&](KindRepair repair) { return repair(target); });
+using Deed = Repair::Deed;
+
+Repair KeyRemoved(const RepairTarget& target, const std::string& unit) {
+    return {Deed::KeyRemoved, "\\" + KeyTextOf(target, unit)};
+}
+
+/// Repairs an entry by one kind.
+Repair MakeRepair(const RepairKind& kind, const RepairTarget& target) {
+    if (!kind.repair(target)) return {};
+    return KeyRemoved(target, kind.unit({target.rootName, target.subkeyPath}).value_or(""));
+}
+
+/// Tells what that would do.
+Repair FindRepair(const RepairKind& kind, const RepairTarget& target) {
+    const Unit unit = UnitToRemove(kind, target);
+    return unit.has_value() ? KeyRemoved(target, *unit) : Repair{};
+}
+
+using TryKind = Repair (*)(const RepairKind& kind, const RepairTarget& target);
+
+Repair TryKinds(std::span<const RepairKind> kinds, const RepairTarget& target, TryKind tryKind) {
+    for (const RepairKind& kind : kinds)
+        if (Repair repair = tryKind(kind, target); repair) return repair;
+    return {};
+}
+
+/// Tries the kinds that an entry of its root and form can be of, in their order.
+Repair TryKindsOf(const Entry& entry, const RepairTarget& target, TryKind tryKind) {
+    if (entry.valueName.has_value()) return TryKinds(ValueEntryRepairs(), target, tryKind);
+    Repair repair;
+    if (target.rootKey == HKEY_CLASSES_ROOT) repair = TryKinds(ClassesRootKeyRepairs(), target, tryKind);
+    if (target.rootKey == HKEY_CURRENT_USER) repair = TryKinds(CurrentUserKeyRepairs(), target, tryKind);
+    return repair ? repair : TryKinds(KeyEntryRepairs(), target, tryKind);
 }
 
 /// Opens an entry's key for a repair of its values, and exports it.
@@ -35,18 +66,29 @@ bool EmptyDefaultValue(const RepairTarget& target) {
     return ::RegSetValueExA(key.Get(), nullptr, 0, REG_SZ, nullptr, 0) == ERROR_SUCCESS;
 }
 
-bool RepairKeyEntry(const RepairTarget& target) {
-    if (target.rootKey == HKEY_CLASSES_ROOT && AnyRepairs(ClassesRootKeyRepairs(), target)) return true;
-    if (target.rootKey == HKEY_CURRENT_USER && AnyRepairs(CurrentUserKeyRepairs(), target)) return true;
-    return AnyRepairs(KeyEntryRepairs(), target) || EmptyDefaultValue(target);
-}
-
 }  // namespace
 
-bool RepairEntry(const std::string& entryText, CUndoRecord& undo) {
+Repair RepairEntry(const std::string& entryText, CUndoRecord& undo) {
     const std::optional<Entry> entry = ParseEntry(entryText);
-    if (!entry.has_value()) return false;
+    if (!entry.has_value()) return {};
     const RepairTarget target{RootHandle(entry->root), entry->rootName, entry->subkeyPath, undo};
-    if (!entry->valueName.has_value()) return RepairKeyEntry(target);
-    return AnyRepairs(ValueEntryRepairs(), target) || DeleteValue(target, *entry->valueName);
+    if (Repair repair = TryKindsOf(*entry, target, &MakeRepair); repair) return repair;
+    if (entry->valueName.has_value())
+        return {DeleteValue(target, *entry->valueName) ? Deed::ValueDeleted : Deed::Nothing, ""};
+    return {EmptyDefaultValue(target) ? Deed::DefaultEmptied : Deed::Nothing, ""};
+}
+
+Repair PlanRepair(const std::string& entryText) {
+    const std::optional<Entry> entry = ParseEntry(entryText);
+    if (!entry.has_value()) return {};
+    CUndoRecord nowhere("");
+    const RepairTarget target{RootHandle(entry->root), entry->rootName, entry->subkeyPath, nowhere};
+    if (Repair repair = TryKindsOf(*entry, target, &FindRepair); repair) return repair;
+    CUniqueKey key;
+    const LSTATUS opened = OpenKey(target.rootKey, target.subkeyPath.c_str(), kReadAccess, key);
+    if (opened != ERROR_SUCCESS && opened != ERROR_ACCESS_DENIED) return {};
+    if (!entry->valueName.has_value()) return {Deed::DefaultEmptied, ""};
+    const bool isThere = !key || ::RegQueryValueExA(key.Get(), entry->valueName->c_str(), nullptr, nullptr,
+                                                    nullptr, nullptr) == ERROR_SUCCESS;
+    return {isThere ? Deed::ValueDeleted : Deed::Nothing, ""};
 }

@@ -4,9 +4,23 @@
 
 #include "repair/undo_record.h"
 
+/// What a repair did, or would do.
+struct Repair {
+    enum class Deed { Nothing, ValueDeleted, KeyRemoved, DefaultEmptied };
+
+    Deed deed = Deed::Nothing;
+    std::string key;  // the removed key's path, with a leading backslash; it may stand above the entry's own
+
+    /// Whether a repair was made.
+    explicit operator bool() const { return deed != Deed::Nothing; }
+};
+
 /// Repairs one entry, by the first kind of repair that it answers to; an entry of no kind loses its value,
 /// or, where it is about a key, the data of its default value. What a repair changes is appended to the undo
 /// file first; a repair goes ahead without it where the file cannot be written.
 /// @param entryText  key path and value name as EntryText joins them.
-/// @return whether a repair was made.
-[[nodiscard]] bool RepairEntry(const std::string& entryText, CUndoRecord& undo);
+[[nodiscard]] Repair RepairEntry(const std::string& entryText, CUndoRecord& undo);
+
+/// Tells what RepairEntry would do, and changes nothing. Access that would have to be forced counts as
+/// granted.
+[[nodiscard]] Repair PlanRepair(const std::string& entryText);

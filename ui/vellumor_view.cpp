@@ -27,8 +27,6 @@ constexpr Column kColumns[] = {
 
 }  // namespace
 
-CVellumorView::CVellumorView() : m_cancelEvent(::CreateEventA(nullptr, TRUE, FALSE, nullptr)) {}
-
 void CVellumorView::OnInitialUpdate() {
     int index = 0;
     for (const Column& column : kColumns) InsertColumn(index++, column.heading, column.width);
@@ -99,19 +97,7 @@ std::span<const MessageRow> CVellumorView::Messages() const {
         {WM_LBUTTONDBLCLK, Handle<&CVellumorView::OnLButtonDblClk>},
         {WM_TIMER, Handle<&CVellumorView::OnTimer>},
         {WM_DESTROY, Handle<&CVellumorView::OnDestroy>},
-        {WM_STAGE1_DONE, Handle<&CVellumorView::OnStageDone<1>>},
-        {WM_STAGE2_DONE, Handle<&CVellumorView::OnStageDone<2>>},
-        {WM_STAGE3_DONE, Handle<&CVellumorView::OnStageDone<3>>},
-        {WM_STAGE4_DONE, Handle<&CVellumorView::OnStageDone<4>>},
-        {WM_STAGE5_DONE, Handle<&CVellumorView::OnStageDone<5>>},
-        {WM_STAGE6_DONE, Handle<&CVellumorView::OnStageDone<6>>},
-        {WM_STAGE7_DONE, Handle<&CVellumorView::OnStageDone<7>>},
-        {WM_STAGE8_DONE, Handle<&CVellumorView::OnStageDone<8>>},
-        {WM_STAGE9_DONE, Handle<&CVellumorView::OnStageDone<9>>},
-        {WM_ANALYZE_DONE, Handle<&CVellumorView::OnAnalyzeDone>},
-        {WM_ANALYZE_ROW, Handle<&CVellumorView::OnAnalyzeRow>},
-        {WM_ANALYZE_PROGRESS, Handle<&CVellumorView::OnAnalyzeProgress>},
-        {WM_ANALYZE_CANCELED, Handle<&CVellumorView::OnAnalyzeCanceled>},
+        {WM_STAGE1_DONE, Handle<&CVellumorView::OnAnalysisMessage>, WM_ANALYZE_CANCELED},
         {WM_COMPACT_DONE, Handle<&CVellumorView::OnCompactDone>},
         {WM_BACKUP_DONE, Handle<&CVellumorView::OnBackupDone>},
     };

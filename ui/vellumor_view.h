@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/analysis_run.h"
 #include "framework/list_view.h"
 #include "platform/owners.h"
 #include "repair/undo_record.h"
@@ -23,10 +24,8 @@ inline constexpr int kData = 3;
 
 /// The result list: the one place where the rows of an analysis are kept, each with a check box. It starts
 /// the analysis, receives what the workers send, and runs the commands on rows.
-class CVellumorView : public CListView {
+class CVellumorView : public CListView, private CAnalysisHost {
 public:
-    CVellumorView();
-
     void OnInitialUpdate() override;
 
     /// Whether the list holds a row.
@@ -57,23 +56,16 @@ private:
     LRESULT OnRightClick(NMHDR&);
 
     // The analysis.
-    template <std::size_t Stage>
-    LRESULT OnStageDone(WPARAM, LPARAM) {
-        StartNextStage(Stage);  // stages count from 1, so a stage's number is the next one's index
-        return 0;
-    }
-    LRESULT OnAnalyzeDone(WPARAM, LPARAM);
-    LRESULT OnAnalyzeRow(WPARAM, LPARAM);
-    LRESULT OnAnalyzeProgress(WPARAM, LPARAM);
-    LRESULT OnAnalyzeCanceled(WPARAM, LPARAM);
+    LRESULT OnAnalysisMessage(WPARAM, LPARAM);
+    void TakeRow(const AnalysisChannel& channel, const AnalysisContext&) override;
+    void TakeProgress(const char* keyPath) override;
+    void TakeDone() override;
+    void TakeCanceled() override;
     LRESULT OnTimer(WPARAM, LPARAM);
     LRESULT OnDestroy(WPARAM, LPARAM);
-    void StartNextStage(std::size_t index);
-    void StartStage(std::size_t index, void* parameter);
     void EndFormerAnalysis();
     void WaitForWorker();
     void ShowResult(const char* opening);
-    [[nodiscard]] bool IsCanceled() const;
 
     // Hives.
     LRESULT OnBackupDone(WPARAM, LPARAM);
@@ -92,8 +84,7 @@ private:
     void OpenRegistryEditorAtRow(int row);
     [[nodiscard]] HWND OwnerWindow() const { return ::GetAncestor(GetSafeHwnd(), GA_ROOT); }
 
-    CUniqueHandle m_cancelEvent;  // manual-reset; signalled: stop
-    CUniqueHandle m_worker;       // the stage or hive thread started last
+    CAnalysisRun m_analysis{*this};  // also of the hive threads
     CRowBatch m_batch{*this};
     bool m_isClosing = false;
     CUndoRecord m_undo{""};  // of the Clean command that runs or ran last

@@ -2,14 +2,11 @@
 
 #include "ui/vellumor_view.h"
 
-#include <memory>
 #include <string>
 
 #include "analysis/channel.h"
 #include "analysis/parameter.h"
-#include "analysis/stages.h"
 #include "framework/wait_cursor.h"
-#include "framework/worker_thread.h"
 #include "platform/host_services.h"
 #include "resources/resource.h"
 #include "ui/texts.h"
@@ -27,68 +24,39 @@ CDlgAnalyze& AnalyzeDialog() {
     return dialog;
 }
 
-bool CVellumorView::IsCanceled() const {
-    return ::WaitForSingleObject(m_cancelEvent.Get(), 0) == WAIT_OBJECT_0;
-}
-
 void CVellumorView::OnAnalyze() {
     EndFormerAnalysis();
     CDlgAnalyze& dialog = AnalyzeDialog();
     dialog.m_strLastKey.clear();
     if (GetItemCount() > 0) DeleteAllItems();
-    ::ResetEvent(m_cancelEvent.Get());
+    m_analysis.Uncancel();
 
     CParameter parameter;
-    StartStage(0, &parameter);
-    if (dialog.DoModal(OwnerWindow()) == IDCANCEL) ::SetEvent(m_cancelEvent.Get());
-    if (!IsCanceled()) g_analysisChannel.hLastKeyEdit = dialog.GetDlgItem(IDC_LAST_KEY);
+    m_analysis.Start(GetSafeHwnd(), &parameter);
+    if (dialog.DoModal(OwnerWindow()) == IDCANCEL) m_analysis.Cancel();
+    if (!m_analysis.IsCanceled()) g_analysisChannel.hLastKeyEdit = dialog.GetDlgItem(IDC_LAST_KEY);
     m_batch.Show();
 }
 
 void CVellumorView::EndFormerAnalysis() {
-    WaitForWorker();
-    // What it posted before it ended would start a second chain of stages beside the new one.
-    MSG message;
-    while (::PeekMessageA(&message, GetSafeHwnd(), WM_STAGE1_DONE, WM_ANALYZE_DONE, PM_REMOVE) != FALSE)
-        if (message.message == WM_QUIT) {  // no filter holds this one back
-            ::PostQuitMessage(static_cast<int>(message.wParam));
-            break;
-        }
+    const CWaitCursor wait;
+    m_analysis.EndFormer(GetSafeHwnd(), INFINITE);
 }
 
 void CVellumorView::WaitForWorker() {
-    // A cancelled worker may still be in a long file test. It is signalled, and while this thread waits for
-    // it, it still has to receive what the worker sends, and to paint.
     const CWaitCursor wait;
-    const DWORD patience = m_isClosing ? kClosingPatience : INFINITE;
-    while (m_worker) {
-        const HANDLE worker = m_worker.Get();
-        const DWORD woken = ::MsgWaitForMultipleObjectsEx(1, &worker, patience, QS_SENDMESSAGE | QS_PAINT,
-                                                          MWMO_INPUTAVAILABLE);
-        if (woken != WAIT_OBJECT_0 + 1) break;
-        MSG message;  // asking for a message delivers what was sent
-        if (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_SENDMESSAGE | PM_QS_PAINT) != FALSE)
-            ::DispatchMessageA(&message);
-    }
-    m_worker.Reset();
+    m_analysis.WaitForWorker(m_isClosing ? kClosingPatience : INFINITE);
 }
 
-void CVellumorView::StartStage(std::size_t index, void* parameter) {
-    g_analysisChannel.hViewWnd = GetSafeHwnd();
-    g_analysisChannel.hCancelEvent = m_cancelEvent.Get();
-    m_worker = BeginThread(AnalysisStages()[index].threadProc, parameter, THREAD_PRIORITY_BELOW_NORMAL);
+LRESULT CVellumorView::OnAnalysisMessage(WPARAM, LPARAM) {
+    m_analysis.TakeMessage(CurrentMessage());
+    return 0;
 }
 
-void CVellumorView::StartNextStage(std::size_t index) {
-    const auto parameter = std::make_unique<CParameter>();
-    StartStage(index, parameter.get());
-}
-
-LRESULT CVellumorView::OnAnalyzeRow(WPARAM, LPARAM) {
-    const AnalysisChannel& channel = g_analysisChannel;
+void CVellumorView::TakeRow(const AnalysisChannel& channel, const AnalysisContext&) {
     CDlgAnalyze& dialog = AnalyzeDialog();
     dialog.m_strLastKey = OrEmpty(channel.pszInvalidKey);
-    if (IsCanceled()) return 0;
+    if (m_analysis.IsCanceled()) return;
     dialog.RefreshSoon();
 
     m_batch.Open();
@@ -98,16 +66,14 @@ LRESULT CVellumorView::OnAnalyzeRow(WPARAM, LPARAM) {
     SetItemText(count, columns::kValueName, OrEmpty(channel.pszValueName));
     SetItemText(count, columns::kData, OrEmpty(channel.pszDataReference));
     m_batch.ShowIfDue();
-    return 0;
 }
 
-LRESULT CVellumorView::OnAnalyzeProgress(WPARAM, LPARAM) {
+void CVellumorView::TakeProgress(const char* keyPath) {
     CDlgAnalyze& dialog = AnalyzeDialog();
-    dialog.m_strCurrentKey = OrEmpty(g_analysisChannel.pszCurrentKey);
+    dialog.m_strCurrentKey = OrEmpty(keyPath);
     // Asking the event costs a call into the system, so it is asked only where there is something to refresh.
-    if (dialog.IsRefreshDue() && !IsCanceled()) dialog.Refresh();
+    if (dialog.IsRefreshDue() && !m_analysis.IsCanceled()) dialog.Refresh();
     m_batch.ShowIfDue();
-    return 0;
 }
 
 LRESULT CVellumorView::OnTimer(WPARAM timer, LPARAM) {
@@ -116,22 +82,20 @@ LRESULT CVellumorView::OnTimer(WPARAM timer, LPARAM) {
     return 0;
 }
 
-LRESULT CVellumorView::OnAnalyzeDone(WPARAM, LPARAM) {
+void CVellumorView::TakeDone() {
     CDlgAnalyze& dialog = AnalyzeDialog();
     dialog.m_bFinishing = 1;
     ::SendMessageA(dialog.GetSafeHwnd(), WM_CLOSE, 0, 0);
     ShowResult(texts::kAnalyzeCompleted);
     dialog.m_bFinishing = 0;
-    return 0;
 }
 
-LRESULT CVellumorView::OnAnalyzeCanceled(WPARAM, LPARAM) {
-    ::ResetEvent(m_cancelEvent.Get());
-    if (m_isClosing) return 0;  // nobody is left to read a message
+void CVellumorView::TakeCanceled() {
+    m_analysis.Uncancel();
+    if (m_isClosing) return;  // nobody is left to read a message
     AnalyzeDialog().m_bFinishing = 1;
     ShowResult(texts::kAnalyzeCanceled);
     AnalyzeDialog().m_bFinishing = 0;
-    return 0;
 }
 
 void CVellumorView::ShowResult(const char* opening) {
@@ -145,7 +109,7 @@ void CVellumorView::ShowResult(const char* opening) {
 
 LRESULT CVellumorView::OnDestroy(WPARAM, LPARAM) {
     m_isClosing = true;
-    ::SetEvent(m_cancelEvent.Get());
+    m_analysis.Cancel();
     WaitForWorker();
     return Default();
 }

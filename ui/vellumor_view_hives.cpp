@@ -3,10 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "analysis/channel.h"
 #include "analysis/parameter.h"
 #include "framework/wait_cursor.h"
-#include "framework/worker_thread.h"
 #include "hives/backup_folder.h"
 #include "hives/compaction.h"
 #include "hives/restore.h"
@@ -38,11 +36,9 @@ RestoreResult RestoreUnderWaitCursor(const std::string& name) {
 void CVellumorView::RunHiveWorker(UINT (*worker)(void*), CDlgHiveProgress& dialog) {
     EndFormerAnalysis();
     CParameter parameter;
-    g_analysisChannel.hViewWnd = GetSafeHwnd();
     const CWaitCursor wait;
     dialog.Prepare();
-    m_worker = BeginThread(worker, &parameter, THREAD_PRIORITY_NORMAL);
-    if (!m_worker) return;
+    if (!m_analysis.StartWorker(GetSafeHwnd(), worker, &parameter, THREAD_PRIORITY_NORMAL)) return;
     (void)dialog.DoModal(OwnerWindow());
     WaitForWorker();
 }

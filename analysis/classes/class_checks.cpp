@@ -21,12 +21,15 @@ bool ClassesKeyIsNotFound(const std::string& path) {
     return TryClassesKey(path.c_str()) == ERROR_FILE_NOT_FOUND;
 }
 
-void CheckClassContent(const Subkey& entry) {
+/// @return whether the key can have subkeys of its own: false where it has been seen to have none.
+bool CheckClassContent(const Subkey& entry) {
     const CUniqueKey key = OpenForAll(entry.parent, entry.name);
-    if (!key || !HasNoSubkeys(key.Get())) return;
+    if (!key || !HasNoSubkeys(key.Get())) return true;
     CValueReader values(kValueNameBytes, kValueDataBytes);
     const LSTATUS first = values.Read(key.Get(), 0);
-    if (first == ERROR_NO_MORE_ITEMS || first == ERROR_FILE_NOT_FOUND) ReportUntimed(entry.path.c_str());
+    if (first == ERROR_NO_MORE_ITEMS || first == ERROR_FILE_NOT_FOUND)
+        ReportUntimed(reasons::kNothingInKey, entry.path.c_str());
+    return false;
 }
 
 bool HasCommand(HKEY shell) {
@@ -47,10 +50,10 @@ void CheckShell(const Subkey& entry) {
     const CUniqueKey shell = OpenForAll(entry.parent, (std::string(entry.name) + R"(\shell)").c_str());
     if (!shell) return;
     const std::string path = entry.path + R"(\shell)";
-    if (!HasCommand(shell.Get())) ReportUntimed(path.c_str());
+    if (!HasCommand(shell.Get())) ReportUntimed(reasons::kNoCommand, path.c_str());
     if (!HasNoSubkeys(shell.Get())) return;
     ForEachValueOf(shell.Get(), {kValueNameBytes, kValueDataBytes}, [&path](const CValueReader& value) {
-        if (!value.HasName() && !value.HasData()) ReportUntimed(path.c_str());
+        if (!value.HasName() && !value.HasData()) ReportUntimed(reasons::kEmptyDefault, path.c_str());
     });
 }
 
@@ -60,8 +63,9 @@ void CheckDefaultIcon(const Subkey& entry) {
     const std::string path = entry.path + R"(\DefaultIcon)";
     const QueriedText value = QueryText(icon.Get(), "", kIconDataBytes);
     // Deliberate: no query answers so, an absent value being "not found"; the next test sees to that one.
-    if (value.result == ERROR_NO_MORE_ITEMS) ReportUntimed(path.c_str());
-    if (value.IsAbsent() || (value.Succeeded() && value.text.empty())) ReportUntimed(path.c_str());
+    if (value.result == ERROR_NO_MORE_ITEMS) ReportUntimed(reasons::kEmptyDefault, path.c_str());
+    if (value.IsAbsent() || (value.Succeeded() && value.text.empty()))
+        ReportUntimed(reasons::kEmptyDefault, path.c_str());
 }
 
 bool IsFileType(const Subkey& entry) { return entry.name[0] == '.'; }
@@ -69,13 +73,13 @@ bool IsFileType(const Subkey& entry) { return entry.name[0] == '.'; }
 void CheckContentType(const Subkey& entry) {
     const CUniqueKey key = OpenForAll(entry.parent, entry.name);
     if (!key) return;
-    if (KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report();
+    if (KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report(reasons::kNothingInTree);
     const QueriedText extension = QueryText(key.Get(), "Extension", kValueDataBytes);
     if (extension.Succeeded() && ClassesKeyIsNotFound(extension.text))
-        entry.Report("Extension", extension.text.c_str());
+        entry.Report(reasons::kFileTypeMissing, "Extension", extension.text.c_str());
     const QueriedText classId = QueryText(key.Get(), "CLSID", kClassIdBytes);
     if (classId.Succeeded() && ClassesKeyIsNotFound(R"(CLSID\)" + classId.text))
-        entry.Report("CLSID", classId.text.c_str());
+        entry.Report(reasons::kClassMissing, "CLSID", classId.text.c_str());
 }
 
 void CheckCurrentVersion(const Subkey& entry) {
@@ -90,14 +94,14 @@ void CheckCurrentVersion(const Subkey& entry) {
                (!value.HasData() || ClassesKeyMissing(value.Data(), MissingRule::Lenient));
     };
     if (result == ERROR_NO_MORE_ITEMS || (result == ERROR_SUCCESS && isDead()))
-        entry.Report(value.Name(), value.Data());
+        entry.Report(reasons::kCurrentVersionMissing, value.Name(), value.Data());
 }
 
 }  // namespace
 
 void CheckClassKeys() {
     ForEachSubkey(kClassesRoot, [](const Subkey& entry) {
-        CheckClassContent(entry);
+        if (!CheckClassContent(entry)) return;
         CheckShell(entry);
         CheckDefaultIcon(entry);
     });
@@ -107,7 +111,7 @@ void CheckEmptyFileTypes() {
     ForEachSubkey(kClassesRoot, [](const Subkey& entry) {
         if (!IsFileType(entry)) return;
         const CUniqueKey key = OpenForAll(entry.parent, entry.name);
-        if (key && KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report();
+        if (key && KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report(reasons::kNothingInTree);
     });
 }
 
@@ -117,8 +121,9 @@ void CheckFileTypeLinks() {
         const CUniqueKey key = OpenForAll(entry.parent, entry.name);
         if (!key) return;
         const QueriedText type = QueryText(key.Get(), "", kTypeNameBytes);
-        if (!type.text.empty() && ClassesKeyIsNotFound(type.text)) entry.Report("", type.text.c_str());
-        if (HoldsNothing(key.Get())) entry.Report();
+        if (!type.text.empty() && ClassesKeyIsNotFound(type.text))
+            entry.Report(reasons::kFileTypeMissing, "", type.text.c_str());
+        if (HoldsNothing(key.Get())) entry.Report(reasons::kNothingInKey);
     });
 }
 
@@ -131,6 +136,7 @@ void CheckAppIds() {
         const CUniqueKey key = OpenForAll(entry.parent, entry.name);
         if (!key) return;
         const QueriedText id = QueryText(key.Get(), "AppID", kValueDataBytes);
-        if (id.Succeeded() && AppIdMissing(id.text)) entry.Report("AppID", id.text.c_str());
+        if (id.Succeeded() && AppIdMissing(id.text))
+            entry.Report(reasons::kAppIdMissing, "AppID", id.text.c_str());
     });
 }

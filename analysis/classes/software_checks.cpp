@@ -49,7 +49,8 @@ void ReportMissingFolders(const FolderValue& row) {
         const CUniqueKey key = OpenForAll(entry.parent, entry.name);
         if (!key) return;
         const QueriedText folder = QueryText(key.Get(), row.value, kValueDataBytes);
-        if (!folder.text.empty() && PathIsMissing(folder.text)) entry.Report(row.value, folder.text.c_str());
+        if (!folder.text.empty() && PathIsMissing(folder.text))
+            entry.Report(reasons::kFileMissing, row.value, folder.text.c_str());
     });
 }
 
@@ -59,7 +60,7 @@ void ReportMissingFolder(HKEY key, const CheckArea& area, const char* valueName)
     ReportProgress(area.path);
     const QueriedText folder = QueryText(key, valueName, kValueDataBytes);
     if (!folder.text.empty() && PathIsMissing(folder.text))
-        ReportUntimed(area.path, valueName, folder.text.c_str());
+        ReportUntimed(reasons::kFileMissing, area.path, valueName, folder.text.c_str());
 }
 
 void CheckInstallerSource(const Subkey& entry) {
@@ -70,7 +71,7 @@ void CheckInstallerSource(const Subkey& entry) {
     const QueriedText source = QueryText(list.Get(), "LastUsedSource", kSourceDataBytes);
     // Deliberate: no file is tested. What stands behind the fifth character, where the text is cut, is empty
     // and so is never found: every source that can be read is reported.
-    if (source.Succeeded()) entry.Report("LastUsedSource", source.text.c_str());
+    if (source.Succeeded()) entry.Report(reasons::kLastSource, "LastUsedSource", source.text.c_str());
 }
 
 void ReportEmptyTrees(const CheckArea& area, bool skipsPolicies) {
@@ -78,7 +79,7 @@ void ReportEmptyTrees(const CheckArea& area, bool skipsPolicies) {
         const std::string name = entry.name;
         if (name == "Classes" || (skipsPolicies && name == "Policies")) return;
         const CUniqueKey key = OpenForAll(entry.parent, entry.name);
-        if (key && KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report();
+        if (key && KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report(reasons::kNothingInTree);
     });
 }
 
@@ -104,7 +105,7 @@ std::string SpecialFolder(int id) {
 }
 
 void CheckMenuFolder(const StartMenus& menus, const Subkey& entry) {
-    if (menus.HoldNeither(entry.name)) entry.Report("", entry.name);
+    if (menus.HoldNeither(entry.name)) entry.Report(reasons::kMenuItemMissing, "", entry.name);
     const CUniqueKey key = OpenForAll(entry.parent, entry.name);
     if (!key) return;
     ForEachSubkeyOf(
@@ -112,7 +113,7 @@ void CheckMenuFolder(const StartMenus& menus, const Subkey& entry) {
         [&menus, &entry](const Subkey& child) {
             if (!menus.HoldNeither(std::string(entry.name) + "\\" + child.name)) return;
             // The time is the first level's for its children too.
-            ReportRow(child.path.c_str(), entry.writeTime.c_str(), "", child.name);
+            ReportRow(child.path.c_str(), entry.writeTime.c_str(), "", child.name, reasons::kMenuItemMissing);
         },
         kInnerWalk);
 }
@@ -125,7 +126,9 @@ void CheckRunEntries() {
         const bool runsProgram =
             HoldsExe(value.Data()) && !PathIsMissing(std::string(KeepUpToExe(value.Data(), "")));
         const bool isEmpty = !value.HasName() && !value.HasData();
-        if (runsProgram || isEmpty) ReportUntimed(kRun.path, value.Name(), value.Data());
+        if (runsProgram || isEmpty)
+            ReportUntimed(isEmpty ? reasons::kEmptyRunEntry : reasons::kStartedAtLogon, kRun.path,
+                          value.Name(), value.Data());
     });
 }
 
@@ -138,7 +141,7 @@ void CheckMuiCache() {
     ForEachValue(kMuiCache, {kValueNameBytes, kValueDataBytes}, [](const CValueReader& value) {
         const std::string program = value.Name();
         if (program.find('@') == std::string::npos && !CommandFileExists(program))
-            ReportUntimed(kMuiCache.path, value.Name(), value.Data());
+            ReportUntimed(reasons::kModuleMissing, kMuiCache.path, value.Name(), value.Data());
     });
 }
 

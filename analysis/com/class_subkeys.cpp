@@ -20,6 +20,10 @@ struct Family {
     const char* name;
     Emptiness emptiness;
     DefaultTest test;
+
+    [[nodiscard]] Reason ReasonOfEmptiness() const {
+        return emptiness == Emptiness::NoSubkeys ? reasons::kNoSubkeys : reasons::kNothingInTree;
+    }
 };
 
 constexpr Family kFamilies[] = {
@@ -68,6 +72,11 @@ bool IsDead(DefaultTest test, const char* data) {
     return false;
 }
 
+Reason ReasonOfDeath(DefaultTest test, const char* data) {
+    if (data[0] == '\0') return reasons::kNoData;
+    return test == DefaultTest::ProgId ? reasons::kProgIdMissing : reasons::kModuleMissing;
+}
+
 /// Walks the values up to the default value; behind the last value, an empty default value is judged.
 void CheckFamilyKey(const Family& family, HKEY key, const Subkey& subkey) {
     CValueReader value = WholeValues();
@@ -79,9 +88,11 @@ void CheckFamilyKey(const Family& family, HKEY key, const Subkey& subkey) {
             continue;
         }
         // Deliberate: once in every round, with the name and data of that round.
-        if (IsEmpty(family, key, subkey.path)) subkey.Report(value.Name(), value.Data());
+        if (IsEmpty(family, key, subkey.path))
+            subkey.Report(family.ReasonOfEmptiness(), value.Name(), value.Data());
         if (value.HasName()) continue;
-        if (IsDead(family.test, value.Data())) subkey.Report("", value.Data());
+        if (IsDead(family.test, value.Data()))
+            subkey.Report(ReasonOfDeath(family.test, value.Data()), "", value.Data());
         return;
     }
 }

@@ -21,8 +21,8 @@ bool IsAbsent(HKEY parent, const char* subkey) { return TryOpen(parent, subkey) 
 void ReportEmptyDefault(const Subkey& entry, HKEY key) {
     const QueriedText value = QueryText(key, "", kValueDataBytes);
     // Deliberate: an absent default value also reads as an empty text, so it gives both rows.
-    if (value.IsAbsent()) entry.Report();
-    if (value.IsAbsent() || (value.Succeeded() && value.text.empty())) entry.Report();
+    if (value.IsAbsent()) entry.Report(reasons::kNoContent);
+    if (value.IsAbsent() || (value.Succeeded() && value.text.empty())) entry.Report(reasons::kNoContent);
 }
 
 void CheckUserChoice(const Subkey& entry, HKEY key) {
@@ -31,7 +31,7 @@ void CheckUserChoice(const Subkey& entry, HKEY key) {
     if (!choice) return;
     const QueriedText progId = QueryText(choice.Get(), "Progid", kValueDataBytes);
     if (progId.Succeeded() && TryClassesKey(progId.text.c_str()) == ERROR_FILE_NOT_FOUND)
-        entry.Report("", progId.text.c_str());
+        entry.Report(reasons::kProgIdMissing, "", progId.text.c_str());
 }
 
 bool ClassesRootHasValue(const char* name) {
@@ -43,7 +43,7 @@ void CheckOpenWithProgIds(const Subkey& entry, HKEY key) {
     if (!list || !IsAbsent(key, "OpenWithList")) return;
     CValueReader first(kValueNameBytes, kValueDataBytes);
     if (first.Read(list.Get(), 0) == ERROR_NO_MORE_ITEMS) {
-        entry.Report();
+        entry.Report(reasons::kNoProgramList);
         return;
     }
     const std::string path = entry.path + R"(\OpenWithProgids)";
@@ -51,7 +51,8 @@ void CheckOpenWithProgIds(const Subkey& entry, HKEY key) {
         // Deliberate: a value of the root, not a key, is looked for, and one that is there ends the walk.
         if (ClassesRootHasValue(value.Name())) return Walk::Stop;
         if (value.HasName() && value.HasData())
-            ReportRow(path.c_str(), entry.writeTime.c_str(), value.Name(), value.Data());
+            ReportRow(path.c_str(), entry.writeTime.c_str(), value.Name(), value.Data(),
+                      reasons::kProgIdMissing);
         return Walk::Next;
     });
 }
@@ -74,10 +75,11 @@ void ReportOpenWithList(const Subkey& entry) {
     if (!list) return;
     const std::string path = entry.path + R"(\OpenWithList)";
     ForEachValueOf(list.Get(), {kValueNameBytes, kValueDataBytes}, [&](const CValueReader& value) {
-        if (value.HasName()) ReportRow(path.c_str(), entry.writeTime.c_str(), value.Name(), value.Data());
+        if (value.HasName())
+            ReportRow(path.c_str(), entry.writeTime.c_str(), value.Name(), value.Data(), reasons::kHistory);
     });
     // Deliberate: one more row for the list itself, which cleaning then empties as a whole.
-    ReportRow(path.c_str(), entry.writeTime.c_str(), nullptr, nullptr);
+    ReportRow(path.c_str(), entry.writeTime.c_str(), nullptr, nullptr, reasons::kHistory);
 }
 
 }  // namespace

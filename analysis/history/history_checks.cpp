@@ -66,7 +66,8 @@ void ReportHistory(const HistoryList& list) {
     // Where the data are not shown they are not read either, so that their size does not matter.
     const DWORD dataBytes = list.data == Column::Text ? kValueDataBytes : kNamesOnly;
     ForEachValue(list.area, {kValueNameBytes, dataBytes}, [&list](const CValueReader& value) {
-        if (Passes(list.filter, value)) ReportUntimed(list.area.path, value.Name(), value.Data());
+        if (Passes(list.filter, value))
+            ReportUntimed(reasons::kHistory, list.area.path, value.Name(), value.Data());
     });
 }
 
@@ -85,7 +86,8 @@ void ReportOpenedFiles(const Subkey& entry) {
             ++rereadings;
             continue;
         }
-        if (result == ERROR_SUCCESS) entry.Report(value.Name(), value.Type() == REG_SZ ? value.Data() : "");
+        if (result == ERROR_SUCCESS)
+            entry.Report(reasons::kHistory, value.Name(), value.Type() == REG_SZ ? value.Data() : "");
         ++index;
         rereadings = 0;
     }
@@ -94,10 +96,10 @@ void ReportOpenedFiles(const Subkey& entry) {
 void ReportRecentDocuments(const Subkey& entry) {
     const CUniqueKey key = OpenForAll(entry.parent, entry.name);
     if (!key) return;
-    if (KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report();
+    if (KeyTreeIsEmpty(key.Get(), entry.path, &PollCancel)) entry.Report(reasons::kNothingInTree);
     if (!HasNoSubkeys(key.Get())) return;
     ForEachValueOf(key.Get(), {kRecentNameBytes, kNamesOnly}, [&entry](const CValueReader& value) {
-        if (value.HasName()) entry.Report(value.Name());
+        if (value.HasName()) entry.Report(reasons::kHistory, value.Name());
     });
 }
 
@@ -120,6 +122,7 @@ void CheckRecentDocsByType() { ForEachSubkey(kRecentDocs.area, &ReportRecentDocu
 void CheckUserAssist() {
     for (const CheckArea& area : kUsageCounters)
         ForEachValue(area, {kValueNameBytes, kNamesOnly}, [&area](const CValueReader& value) {
-            ReportUntimed(area.path, value.Name(), DecodeUsageName(value.Name()).c_str());
+            ReportUntimed(reasons::kUsageCounter, area.path, value.Name(),
+                          DecodeUsageName(value.Name()).c_str());
         });
 }

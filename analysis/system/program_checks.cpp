@@ -26,24 +26,24 @@ void CheckAppPath(const Subkey& entry) {
     CValueReader first(kValueNameBytes, kValueDataBytes);
     const LSTATUS result = first.Read(key.Get(), 0);
     if ((result == ERROR_SUCCESS || result == ERROR_NO_MORE_ITEMS) && !first.HasData())
-        entry.Report(first.Name(), first.Data());
+        entry.Report(reasons::kNoData, first.Name(), first.Data());
     ForEachValueOf(key.Get(), {kValueNameBytes, kValueDataBytes}, [&](const CValueReader& value) {
         if (value.Type() != REG_SZ) return;
         if (!value.HasName() && value.HasData() && !CommandFileExists(value.Data()))
-            entry.Report("", value.Data());
+            entry.Report(reasons::kModuleMissing, "", value.Data());
         // Deliberate: asked again for every text value, so a key without a default value has a row for each.
-        if (QueryText(key.Get(), "", kValueDataBytes).IsAbsent()) entry.Report();
+        if (QueryText(key.Get(), "", kValueDataBytes).IsAbsent()) entry.Report(reasons::kNoDefault);
     });
 }
 
 void CheckReferences(const Subkey& entry, HKEY product) {
     const QueriedText source = QueryTextExactly(product, "InstallSource", kValueDataBytes, &PollCancel);
     if (source.type == REG_SZ && !source.text.empty() && PathIsMissing(source.text))
-        entry.Report("InstallSource", source.text.c_str());
+        entry.Report(reasons::kFileMissing, "InstallSource", source.text.c_str());
     QueriedText icon = QueryTextExactly(product, "DisplayIcon", kValueDataBytes, &PollCancel);
     icon.text = icon.text.substr(0, icon.text.find(','));  // the picture's number
     if (icon.type == REG_SZ && !icon.text.empty() && PathIsMissing(icon.text))
-        entry.Report("DisplayIcon", icon.text.c_str());
+        entry.Report(reasons::kFileMissing, "DisplayIcon", icon.text.c_str());
 }
 
 /// Whether a key's only content is a default value with empty data.
@@ -60,9 +60,9 @@ void CheckProduct(const Subkey& entry) {
     CheckReferences(entry, product.Get());
     if (QueryTextExactly(product.Get(), "UninstallString", kValueDataBytes, &PollCancel).IsAbsent() &&
         !QueryTextExactly(product.Get(), "SystemComponent", kValueDataBytes, &PollCancel).Succeeded())
-        entry.Report();
-    if (HoldsNothing(product.Get())) entry.Report();
-    if (HoldsEmptyDefaultOnly(product.Get())) entry.Report();
+        entry.Report(reasons::kNoUninstallCommand);
+    if (HoldsNothing(product.Get())) entry.Report(reasons::kNothingInKey);
+    if (HoldsEmptyDefaultOnly(product.Get())) entry.Report(reasons::kNoContent);
 }
 
 std::string InCodePage(const std::u16string& path) {
@@ -79,7 +79,7 @@ Walk CheckCacheEntry(const Subkey& entry) {
     DWORD bytes = 0;
     if (FindValueNamed(key.Get(), kCacheValue, &PollCancel) != ERROR_SUCCESS ||
         ::RegQueryValueExA(key.Get(), kCacheValue, nullptr, nullptr, nullptr, &bytes) != ERROR_SUCCESS) {
-        ReportUntimed(entry.path.c_str());
+        ReportUntimed(reasons::kNoCacheRecord, entry.path.c_str());
         return Walk::Next;
     }
     // Deliberate: an empty record ends the check, and so does one that cannot be read.
@@ -91,7 +91,8 @@ Walk CheckCacheEntry(const Subkey& entry) {
     const CachedPath cached = CacheRecordPath({record.get(), bytes});
     const std::string path = InCodePage(cached.text);
     // The beginning of a path that is too long may name something else.
-    if (!cached.isWhole || PathIsMissing(path)) ReportUntimed(entry.path.c_str(), kCacheValue, path.c_str());
+    if (!cached.isWhole || PathIsMissing(path))
+        ReportUntimed(reasons::kCachedPathMissing, entry.path.c_str(), kCacheValue, path.c_str());
     return Walk::Next;
 }
 

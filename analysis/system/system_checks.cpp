@@ -34,13 +34,14 @@ const CheckArea kSharedDlls =
 constexpr DWORD kTraceFolderBytes = 100;
 
 /// Reports one value of every subkey where its data are dead. The value's name counts with its letter case.
-void ReportDeadValues(const CheckArea& area, const char* valueName, DWORD dataBytes,
+void ReportDeadValues(Reason reason, const CheckArea& area, const char* valueName, DWORD dataBytes,
                       bool (*isDead)(const char*)) {
     ForEachSubkey(area, [=](const Subkey& entry) {
         const CUniqueKey key = OpenForAll(entry.parent, entry.name);
         if (!key) return;
         const QueriedText value = QueryTextExactly(key.Get(), valueName, dataBytes, &PollCancel);
-        if (value.Succeeded() && isDead(value.text.c_str())) entry.Report(valueName, value.text.c_str());
+        if (value.Succeeded() && isDead(value.text.c_str()))
+            entry.Report(reason, valueName, value.text.c_str());
     });
 }
 
@@ -68,7 +69,7 @@ void CheckMacro(const Subkey& entry) {
     if (!key) return;
     ForEachValueOf(key.Get(), {kValueNameBytes, kValueDataBytes}, [&entry](const CValueReader& value) {
         if (!value.HasName() && value.HasData() && !CommandFileExists(value.Data()))
-            entry.Report("", value.Data());
+            entry.Report(reasons::kModuleMissing, "", value.Data());
     });
 }
 
@@ -79,8 +80,9 @@ void CheckHtmlHelpFile(const CValueReader& value) {
     if (const std::size_t found = path.find(kFolder); found != std::string::npos)
         path.erase(0, found + kFolder.size());
     // Deliberate: two tests, each with a row of its own.
-    if (PathIsMissing(path)) ReportUntimed(kHtmlHelp.path, value.Name(), value.Data());
-    if (!CommandFileExists(path)) ReportUntimed(kHtmlHelp.path, value.Name(), value.Data());
+    if (PathIsMissing(path)) ReportUntimed(reasons::kFileMissing, kHtmlHelp.path, value.Name(), value.Data());
+    if (!CommandFileExists(path))
+        ReportUntimed(reasons::kFileMissing, kHtmlHelp.path, value.Name(), value.Data());
 }
 
 }  // namespace
@@ -90,46 +92,53 @@ void CheckFonts() {
                  [folder = FontsFolder()](const CValueReader& value) {
                      if (value.Type() != REG_SZ) return;
                      if (FontIsMissing(folder, value.Data()))
-                         ReportUntimed(kFonts.path, value.Name(), value.Data());
+                         ReportUntimed(reasons::kFontMissing, kFonts.path, value.Name(), value.Data());
                      // Deliberate: a font file named by a path of its own is reported because it is there.
-                     if (!PathIsMissing(value.Data())) ReportUntimed(kFonts.path, value.Name(), value.Data());
+                     if (!PathIsMissing(value.Data()))
+                         ReportUntimed(reasons::kFontByPath, kFonts.path, value.Name(), value.Data());
                  });
 }
 
 void CheckFirewallApplications() {
     ForEachValue(kFirewall, {kValueNameBytes, kValueDataBytes}, [](const CValueReader& value) {
         if (value.Type() == REG_SZ && !CommandFileExists(value.Name()))
-            ReportUntimed(kFirewall.path, value.Name(), value.Data());
+            ReportUntimed(reasons::kModuleMissing, kFirewall.path, value.Name(), value.Data());
     });
 }
 
-void CheckTracing() { ReportDeadValues(kTracing, "FileDirectory", kTraceFolderBytes, &PathIsMissing); }
+void CheckTracing() {
+    ReportDeadValues(reasons::kFileMissing, kTracing, "FileDirectory", kTraceFolderBytes, &PathIsMissing);
+}
 
 void CheckServicesAndEventLogs() {
-    ReportDeadValues(kApplicationEvents, "EventMessageFile", kValueDataBytes, &IsDeadCommand);
-    ReportDeadValues(kServices, "ImagePath", kValueDataBytes, &IsDeadSystemFile);
-    ReportDeadValues(kSystemEvents, "EventMessageFile", kValueDataBytes, &IsDeadMessageFile);
-    ReportDeadValues(kTrustPackages, "$DLL", kValueDataBytes, &IsDeadPackage);
+    ReportDeadValues(reasons::kModuleMissing, kApplicationEvents, "EventMessageFile", kValueDataBytes,
+                     &IsDeadCommand);
+    ReportDeadValues(reasons::kSystemFileMissing, kServices, "ImagePath", kValueDataBytes, &IsDeadSystemFile);
+    ReportDeadValues(reasons::kModuleMissing, kSystemEvents, "EventMessageFile", kValueDataBytes,
+                     &IsDeadMessageFile);
+    ReportDeadValues(reasons::kFileMissing, kTrustPackages, "$DLL", kValueDataBytes, &IsDeadPackage);
 }
 
 void CheckTemplateMacros() { ForEachSubkey(kTemplateMacros, &CheckMacro); }
 
 void CheckInstallerFolders() {
     ForEachValue(kInstallerFolders, {kValueNameBytes, kValueDataBytes}, [](const CValueReader& value) {
-        if (PathIsMissing(value.Name())) ReportUntimed(kInstallerFolders.path, value.Name(), value.Data());
+        if (PathIsMissing(value.Name()))
+            ReportUntimed(reasons::kFileMissing, kInstallerFolders.path, value.Name(), value.Data());
     });
 }
 
 void CheckHelpFiles() {
     ForEachValue(kHelp, {kValueNameBytes, kValueDataBytes}, [](const CValueReader& value) {
         if (!CommandFileExists(std::string(value.Data()) + "\\" + value.Name()))
-            ReportUntimed(kHelp.path, value.Name(), value.Data());
+            ReportUntimed(reasons::kFileMissing, kHelp.path, value.Name(), value.Data());
     });
     ForEachValue(kHtmlHelp, {kValueNameBytes, kValueDataBytes}, &CheckHtmlHelpFile);
 }
 
 void CheckSharedDlls() {
     ForEachValue(kSharedDlls, {kValueNameBytes, kValueDataBytes}, [](const CValueReader& value) {
-        if (value.HasName() && !ModuleFileExists(value.Name())) ReportUntimed(kSharedDlls.path, value.Name());
+        if (value.HasName() && !ModuleFileExists(value.Name()))
+            ReportUntimed(reasons::kModuleMissing, kSharedDlls.path, value.Name());
     });
 }

@@ -8,45 +8,11 @@
 #include "tests/e2e/program.h"
 #include "tests/e2e/rule_plants.h"
 #include "tests/e2e/shown_rows.h"
-#include "tests/support/registry_tree.h"
+#include "tests/e2e/whole_registry.h"
 
 namespace {
 
 constexpr DWORD kReplayPatience = 20'000;  // milliseconds
-
-bool IsOurs(const ListRow& row) {
-    const auto marked = [](const std::string& text) { return text.find(kMark) != std::string::npos; };
-    return marked(row.key) || marked(row.valueName) || marked(row.dataReference);
-}
-
-/// An empty default value where there was none: the repair of a key without one makes it, and text to be
-/// written back cannot take a value away.
-void DropEmptyDefaults(Tree& tree) {
-    const auto found = tree.values.find("");
-    if (found != tree.values.end() && found->second == TreeValue{REG_SZ, ""}) tree.values.erase(found);
-    for (auto& [name, subkey] : tree.subkeys) DropEmptyDefaults(subkey);
-}
-
-Tree ReadMachineTree(const char* name) {
-    CUniqueKey key;
-    REQUIRE(::RegOpenKeyExA(HKEY_LOCAL_MACHINE, name, 0, KEY_READ, key.Receive()) == ERROR_SUCCESS);
-    return ReadTree(key.Get());
-}
-
-/// What holds the plants, without what the registry editor and the platform keep of their own windows.
-Tree ReadRegistry() {
-    Tree tree;
-    for (const char* name : {"Software", R"(System\CurrentControlSet\Services)"})
-        tree.subkeys[name] = ReadMachineTree(name);
-    tree.subkeys["user"] = ReadTree(HKEY_CURRENT_USER);
-    DropEmptyDefaults(tree);
-    tree.subkeys["user"].subkeys["Software"].subkeys.erase("Wine");
-    Tree* key = &tree.subkeys["user"];
-    for (const char* name : {"Software", "Microsoft", "Windows", "CurrentVersion", "Applets"})
-        key = &key->subkeys[name];
-    key->subkeys.erase("Regedit");
-    return tree;
-}
 
 std::size_t CheckOurRows(const CAppDriver& app) {
     const std::vector<ListRow> rows = app.List().Rows();
@@ -57,18 +23,6 @@ std::size_t CheckOurRows(const CAppDriver& app) {
             ++count;
         }
     return count;
-}
-
-/// Whether what a row names is still there: its value, or the text of its key's default value.
-bool IsStillThere(const ListRow& row) {
-    const KeyPlace place = PlaceOf(row.key);
-    CUniqueKey key;
-    if (::RegOpenKeyExA(place.root, place.subkey.c_str(), 0, KEY_READ, key.Receive()) != ERROR_SUCCESS)
-        return false;
-    DWORD bytes = 0;
-    return ::RegQueryValueExA(key.Get(), row.valueName.c_str(), nullptr, nullptr, nullptr, &bytes) ==
-               ERROR_SUCCESS &&
-           (!row.valueName.empty() || bytes > 1);
 }
 
 void Clean(const CAppDriver& app, std::size_t count) {
@@ -120,12 +74,7 @@ TEST_CASE("cleaning a row of every rule and undoing it leaves the registry as it
 
     UndoOnlyFile(app);
     // The editor runs on by itself.
-    std::string difference;
-    const DWORD start = ::GetTickCount();
-    do {
-        ::Sleep(500);
-        difference = Difference(before, ReadRegistry());
-    } while (!difference.empty() && ::GetTickCount() - start < kReplayPatience);
+    const std::string difference = DifferenceInTime(before, kReplayPatience);
     CHECK(difference == "");
     DeleteFolderContents(TestFolder() + "\\Undo");
 }

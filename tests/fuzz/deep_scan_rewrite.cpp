@@ -24,8 +24,8 @@ class CFuzzFolders : public CFolderSource {
 public:
     CFuzzFolders(std::string windows, std::string other)
         : m_windows(std::move(windows)), m_other(std::move(other)) {}
-    [[nodiscard]] std::string WindowsFolder() const override { return m_windows; }
-    [[nodiscard]] std::string Expand(const char* variable) const override {
+    [[nodiscard]] std::string_view WindowsFolder() const override { return m_windows; }
+    [[nodiscard]] std::string_view Expand(const char* variable) const override {
         bool known = false;
         for (const std::string_view name : kVariables) known = known || name == variable;
         Require(known, "only known variables are expanded");
@@ -55,7 +55,7 @@ void CheckReplacement(std::string_view before, std::string_view after, const CFu
         startsWithVariable = true;
         // Where no folder begins with a variable, exactly one replacement can have happened.
         if (folders.WindowsFolder().starts_with('%') || folders.Expand("%windir%").starts_with('%')) continue;
-        std::string folder = folders.Expand("%windir%");
+        std::string folder(folders.Expand("%windir%"));
         if (variable == "%SystemRoot%") folder = folders.WindowsFolder();
         if (variable == "%SystemDrive%") folder = folders.WindowsFolder().substr(0, 2);
         Require(after == folder + std::string(before.substr(variable.size())),

@@ -49,8 +49,8 @@ constexpr char kMachine[] = "HKEY_LOCAL_MACHINE";
 constexpr char kUser[] = "HKEY_CURRENT_USER";
 constexpr char kClasses[] = "HKEY_CLASSES_ROOT";
 
-bool IsList(std::span<const KindRepair> list, std::initializer_list<KindRepair> wanted) {
-    return std::ranges::equal(list, wanted);
+bool IsList(std::span<const RepairKind> list, std::initializer_list<KindRepair> wanted) {
+    return std::ranges::equal(list, wanted, {}, &RepairKind::repair);
 }
 
 }  // namespace

@@ -142,7 +142,7 @@ TEST_CASE("an undo file that somebody holds open stays as it is, and the repair 
     CUndoRecord undo(undoFile);
     const auto checkRepair = [&] {
         SetText(software.Add("dead"), "v", "x");
-        CHECK(RepairEntry(software.Path() + R"(\dead)", undo));
+        CHECK(static_cast<bool>(RepairEntry(software.Path() + R"(\dead)", undo)));
         CHECK_FALSE(KeyExists(HKEY_CURRENT_USER, software.Subkey() + R"(\dead)"));
     };
     {

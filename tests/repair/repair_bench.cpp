@@ -108,7 +108,9 @@ bool CPlantedUnit::SurroundingsAreWhole() const {
     return ValueExists(m_root, m_path + "-beside", "kept") && ValueExists(m_root, ParentOf(m_path), "kept");
 }
 
-bool CRepairBench::Repair(const std::string& entryText) const { return RepairEntry(entryText, m_undo); }
+bool CRepairBench::Repair(const std::string& entryText) const {
+    return static_cast<bool>(RepairEntry(entryText, m_undo));
+}
 
 std::string CRepairBench::UndoText() const { return FileText(UndoFile()); }
 

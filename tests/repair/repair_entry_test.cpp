@@ -121,9 +121,9 @@ TEST_CASE("a repair goes ahead without an undo file that cannot be written") {
         SetText(key.Get(), "dead", "x");
         MakeKey(HKEY_CURRENT_USER, R"(Software\VellumorDead\sub)");
         CUndoRecord undo(undoFile);
-        CHECK(RepairEntry(key.Path() + R"(\"dead")", undo));
+        CHECK(static_cast<bool>(RepairEntry(key.Path() + R"(\"dead")", undo)));
         CHECK_FALSE(ValueExists(HKEY_CURRENT_USER, key.Subkey(), "dead"));
-        CHECK(RepairEntry(R"(\HKEY_CURRENT_USER\Software\VellumorDead)", undo));
+        CHECK(static_cast<bool>(RepairEntry(R"(\HKEY_CURRENT_USER\Software\VellumorDead)", undo)));
         CHECK_FALSE(KeyExists(HKEY_CURRENT_USER, R"(Software\VellumorDead)"));
     }
 }

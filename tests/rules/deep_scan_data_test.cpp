@@ -11,8 +11,8 @@ constexpr std::size_t kBlockBytes = kDataBytes + 1;  // a last byte that stays z
 
 class CTestFolders : public CFolderSource {
 public:
-    [[nodiscard]] std::string WindowsFolder() const override { return R"(C:\WINDOWS)"; }
-    [[nodiscard]] std::string Expand(const char* variable) const override {
+    [[nodiscard]] std::string_view WindowsFolder() const override { return R"(C:\WINDOWS)"; }
+    [[nodiscard]] std::string_view Expand(const char* variable) const override {
         return std::string_view(variable) == "%ProgramFiles%" ? R"(C:\Program Files)" : "";
     }
 };

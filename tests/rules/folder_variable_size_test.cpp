@@ -13,8 +13,8 @@ constexpr std::size_t kBlockBytes = 261;  // what there is: a last byte that sta
 class COneFolder : public CFolderSource {
 public:
     explicit COneFolder(std::string folder) : m_folder(std::move(folder)) {}
-    [[nodiscard]] std::string WindowsFolder() const override { return m_folder; }
-    [[nodiscard]] std::string Expand(const char*) const override { return m_folder; }
+    [[nodiscard]] std::string_view WindowsFolder() const override { return m_folder; }
+    [[nodiscard]] std::string_view Expand(const char*) const override { return m_folder; }
 
 private:
     std::string m_folder;

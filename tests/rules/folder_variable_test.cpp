@@ -17,14 +17,14 @@ public:
     std::map<std::string, std::string> m_expansions;
     mutable std::vector<std::string> m_asked;
 
-    [[nodiscard]] std::string WindowsFolder() const override {
+    [[nodiscard]] std::string_view WindowsFolder() const override {
         m_asked.emplace_back("(Windows folder)");
         return m_windows;
     }
-    [[nodiscard]] std::string Expand(const char* variable) const override {
+    [[nodiscard]] std::string_view Expand(const char* variable) const override {
         m_asked.emplace_back(variable);
         const auto found = m_expansions.find(variable);
-        return found == m_expansions.end() ? std::string() : found->second;
+        return found == m_expansions.end() ? std::string_view() : found->second;
     }
 };
 

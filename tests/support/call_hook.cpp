@@ -1,7 +1,7 @@
 #include "tests/support/call_hook.h"
 
-#include <doctest/doctest.h>
-
+#include <stdexcept>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -27,10 +27,13 @@ FARPROC* FindImport(std::string_view function) {
 
 }  // namespace
 
-CCallHook::CCallHook(const char* function, FARPROC replacement)
+bool CCallHook::IsImported(const char* function) { return FindImport(function) != nullptr; }
+
+CCallHook::CCallHook(const char* function, FARPROC replacement, FARPROC* before)
     : m_slot(FindImport(function)), m_before(nullptr) {
-    REQUIRE(m_slot != nullptr);
+    if (m_slot == nullptr) throw std::logic_error(std::string("not imported: ") + function);
     m_before = *m_slot;
+    if (before != nullptr) *before = m_before;
     Write(replacement);
 }
 

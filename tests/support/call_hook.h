@@ -6,10 +6,15 @@
 class CCallHook {
 public:
     /// @param replacement  of the same type as the imported function.
-    CCallHook(const char* function, FARPROC replacement);
+    /// @throws std::logic_error when this program imports none of that name.
+    /// @param before  receives the imported function, before the replacement can be called; may be null.
+    CCallHook(const char* function, FARPROC replacement, FARPROC* before = nullptr);
     CCallHook(const CCallHook&) = delete;
     CCallHook& operator=(const CCallHook&) = delete;
     ~CCallHook() { Write(m_before); }
+
+    /// Whether this program imports a function of that name.
+    [[nodiscard]] static bool IsImported(const char* function);
 
     /// The imported function itself.
     [[nodiscard]] FARPROC Before() const { return m_before; }

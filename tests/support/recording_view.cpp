@@ -52,12 +52,14 @@ LRESULT CALLBACK CRecordingView::WindowProc(HWND window, UINT message, WPARAM wP
 }
 
 void CRecordingView::Record(UINT message, WPARAM wParam, LPARAM lParam) {
-    ViewEvent event{message, ::InSendMessage() != FALSE, wParam, lParam, {}, {}, {}, {}, {}};
+    ViewEvent event{message, ::InSendMessage() != FALSE, wParam, lParam, {}, {}, {}, {}, {}, {}, {}};
     if (message == kRowMessage) {
         event.key = Copy(g_analysisChannel.pszInvalidKey);
         event.writeTime = Copy(g_analysisChannel.pszWriteTime);
         event.valueName = Copy(g_analysisChannel.pszValueName);
         event.data = Copy(g_analysisChannel.pszDataReference);
+        event.reason = Copy(g_analysisContext.pszReason);
+        event.check = Copy(g_analysisContext.pszCheck);
     }
     if (message == kProgressMessage) event.currentKey = Copy(g_analysisChannel.pszCurrentKey);
     m_events.push_back(event);

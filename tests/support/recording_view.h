@@ -16,7 +16,7 @@ struct ViewEvent {
     WPARAM wParam = 0;
     LPARAM lParam = 0;
     // Of a row; nothing: the slot was null.
-    std::optional<std::string> key, writeTime, valueName, data;
+    std::optional<std::string> key, writeTime, valueName, data, reason, check;
     // Of progress.
     std::optional<std::string> currentKey;
 };

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "tests/ui/program_files.h"
+#include "tests/support/program_files.h"
 #include "tests/ui/shell.h"
 
 namespace {

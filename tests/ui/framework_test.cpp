@@ -3,7 +3,7 @@
 #include "framework/dialog.h"
 #include "framework/static.h"
 #include "framework/wait_cursor.h"
-#include "framework/worker_thread.h"
+#include "platform/worker_thread.h"
 #include "tests/ui/shell.h"
 
 namespace {
@@ -94,4 +94,43 @@ TEST_CASE("only our own windows lead to objects") {
     CHECK(CWnd::FromHandle(shell.ListWindow()) == &shell.View());
     CHECK(CWnd::FromHandle(::GetDesktopWindow()) == nullptr);
     CHECK(CWnd::FromHandle(nullptr) == nullptr);
+}
+
+namespace {
+
+/// Remembers which messages came.
+class CRangeWnd : public CWnd {
+public:
+    CRangeWnd() {
+        REQUIRE(Create(RegisterWindowClass("VellumorRange", nullptr, nullptr), "", 0, 0, {}, HWND_MESSAGE,
+                       nullptr));
+    }
+    std::vector<UINT> messages;
+
+protected:
+    [[nodiscard]] std::span<const MessageRow> Messages() const override {
+        static constexpr MessageRow kRows[] = {{WM_APP + 9, Handle<&CRangeWnd::OnOther>},
+                                               {WM_APP + 2, Handle<&CRangeWnd::OnRange>, WM_APP + 4}};
+        return kRows;
+    }
+
+private:
+    LRESULT OnRange(WPARAM, LPARAM) {
+        messages.push_back(CurrentMessage());
+        return 1;
+    }
+    LRESULT OnOther(WPARAM, LPARAM) { return 2; }
+};
+
+}  // namespace
+
+TEST_CASE("one handler takes a range of messages, and can tell which one came") {
+    CRangeWnd window;
+    const auto send = [&window](UINT offset) {
+        return ::SendMessageA(window.GetSafeHwnd(), WM_APP + offset, 0, 0);
+    };
+    for (const UINT offset : {2U, 3U, 4U}) CHECK(send(offset) == 1);
+    for (const UINT offset : {1U, 5U, 8U, 10U}) CHECK(send(offset) == 0);
+    CHECK(send(9) == 2);
+    CHECK(window.messages == std::vector<UINT>{WM_APP + 2, WM_APP + 3, WM_APP + 4});
 }

@@ -1,9 +1,9 @@
 #include <doctest/doctest.h>
 
 #include "registry/registry_access.h"
+#include "tests/support/program_files.h"
 #include "tests/support/scratch_key.h"
 #include "tests/ui/dialog_bench.h"
-#include "tests/ui/program_files.h"
 #include "tests/ui/shell.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include <doctest/doctest.h>
 
 #include "platform/program_folder.h"
+#include "tests/support/program_files.h"
 #include "tests/ui/dialog_bench.h"
-#include "tests/ui/program_files.h"
 #include "tests/ui/shell.h"
 
 namespace {

@@ -13,6 +13,7 @@
 
 namespace {
 
+constexpr Reason kReason{"It is a test."};
 constexpr const char* kGone = "C:\\gone\\app.exe";
 
 /// How many rows a call gives for a reference under a key path.
@@ -26,9 +27,9 @@ std::size_t CountRows(const char* keyPath, const std::string& reference) {
 
 }  // namespace
 
-TEST_CASE("a row reaches the view with its four texts, sent and without parameters") {
+TEST_CASE("a row reaches the view with its four texts and its reason, sent and without parameters") {
     CRecordingView view;
-    (void)view.Run([] { ReportRow("\\HKEY_USERS\\a", "2009/03/05 07:08:09", "name", "data"); });
+    (void)view.Run([] { ReportRow("\\HKEY_USERS\\a", "2009/03/05 07:08:09", "name", "data", kReason); });
     REQUIRE(view.Events().size() == 1);
     const ViewEvent& event = view.Events()[0];
     CHECK(event.message == 0x46F);
@@ -39,13 +40,14 @@ TEST_CASE("a row reaches the view with its four texts, sent and without paramete
     CHECK(event.writeTime == "2009/03/05 07:08:09");
     CHECK(event.valueName == "name");
     CHECK(event.data == "data");
+    CHECK(event.reason == "It is a test.");
 }
 
 TEST_CASE("a row without value name and data reference leaves their slots null") {
     CRecordingView view;
     (void)view.Run([] {
-        ReportRow("\\HKEY_USERS\\a", "2009/03/05 07:08:09", "name", "data");
-        ReportRow("\\HKEY_USERS\\b", "2009/03/05 07:08:09", nullptr, nullptr);
+        ReportRow("\\HKEY_USERS\\a", "2009/03/05 07:08:09", "name", "data", kReason);
+        ReportRow("\\HKEY_USERS\\b", "2009/03/05 07:08:09", nullptr, nullptr, kReason);
     });
     REQUIRE(view.Rows().size() == 2);
     CHECK(view.Rows()[1].key == "\\HKEY_USERS\\b");
@@ -75,7 +77,7 @@ TEST_CASE("no text stays in the channel once the view has read it") {
                channel.pszCurrentKey == nullptr;
     };
     (void)view.Run([&] {
-        ReportRow("key", "time", "name", "data");
+        ReportRow("key", "time", "name", "data", kReason);
         cleared = isClear();
         ReportProgress("key");
         cleared = cleared && isClear();
@@ -92,7 +94,7 @@ TEST_CASE("a worker waits until the view has handled its message") {
         order += "view ";
     };
     (void)view.Run([&] {
-        ReportRow("key", "time", "name", "data");
+        ReportRow("key", "time", "name", "data", kReason);
         order += "worker ";
         ReportProgress("key");
         order += "worker ";

@@ -8,7 +8,7 @@
 #include "analysis/com/com_checks.h"
 #include "analysis/deep_scan.h"
 #include "analysis/parameter.h"
-#include "framework/worker_thread.h"
+#include "platform/worker_thread.h"
 #include "tests/support/native_calls.h"
 #include "tests/support/recording_view.h"
 #include "tests/support/scratch_key.h"

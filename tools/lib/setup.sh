@@ -78,7 +78,7 @@ ensure_packages() {
 
 ensure_build_tools() {
     ensure_packages g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix g++ cmake ninja-build doctest-dev \
-        cmark-gfm fp-utils
+        cmark-gfm fp-utils libcli11-dev nlohmann-json3-dev
 }
 
 ensure_check_tools() {

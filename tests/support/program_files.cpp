@@ -1,4 +1,4 @@
-#include "tests/ui/program_files.h"
+#include "tests/support/program_files.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "framework/worker_thread.h"
+#include "platform/worker_thread.h"
 
 #include <process.h>
 

@@ -1,0 +1,180 @@
+#include "console/console.h"
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <memory>
+
+#include "console/check_selection.h"
+#include "console/code_page.h"
+#include "console/commands.h"
+#include "platform/text.h"
+#include "platform/version.h"
+#include "resources/resource.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+std::string VersionText() { return VersionLine(LoadText(IDS_APP_TITLE)); }
+
+/// A command line taken apart, and what it asks for.
+class CCommandLine {
+public:
+    explicit CCommandLine(CTerminal& terminal) : m_terminal(terminal) {
+        m_app.require_subcommand(1);
+        m_app.set_version_flag("--version", VersionText());
+        m_app.footer(kExitCodes);
+        AddAnalyze();
+        AddClean();
+        AddUndo();
+        AddBackup();
+        AddRestore();
+        AddCompact();
+        CLI::App* checks = m_app.add_subcommand("checks", "List the checks: name, area, what they find");
+        Run(checks, [this] { return RunChecks(m_terminal); });
+    }
+    CCommandLine(const CCommandLine&) = delete;
+    CCommandLine& operator=(const CCommandLine&) = delete;
+
+    ExitCode Parse(int count, const char* const* arguments) {
+        try {
+            m_app.parse(count, arguments);
+        } catch (const CLI::CallForHelp&) {
+            return Print(m_app.help());
+        } catch (const CLI::CallForVersion&) {
+            return Print(VersionText() + "\n");
+        } catch (const CLI::ParseError& error) {
+            WriteErrorLine(m_terminal, ToUtf8(error.what()));
+            WriteErrorLine(m_terminal, "Run with --help for more information.");
+            return ExitCode::WrongUsage;
+        }
+        return m_command();
+    }
+
+private:
+    static constexpr char kExitCodes[] =
+        "Exit codes: 0 done, and nothing found; 1 rows found; 2 wrong usage; 3 failed;\n"
+        "4 rights missing; 130 canceled.";
+
+    ExitCode Print(const std::string& text) {
+        return m_terminal.WriteOutput(ToUtf8(text)) ? ExitCode::Done : ExitCode::Failed;
+    }
+
+    void Run(CLI::App* command, std::function<ExitCode()> run) {
+        command->callback([this, run = std::move(run)] { m_command = run; });
+    }
+
+    static void AddChoice(CLI::App* command, RowChoice& choice) {
+        const auto isCheck = [](const std::string& name) {
+            return IsCheck(name) ? std::string()
+                                 : "no check is named " + name + "; the command \"checks\" lists them";
+        };
+        command->add_option("--only", choice.only, "Names of the checks that run")
+            ->delimiter(',')
+            ->check(isCheck)
+            ->type_name("CHECK");
+        command->add_option("--skip", choice.skip, "Names of checks that do not run")
+            ->delimiter(',')
+            ->check(isCheck)
+            ->type_name("CHECK");
+        command->add_option("--match", choice.match, "Only rows whose key is of this pattern (* and ?)")
+            ->type_name("GLOB");
+        command->add_option("--exclude", choice.exclude, "No rows whose key is of one of these patterns")
+            ->type_name("GLOB");
+    }
+
+    void AddAnalyze() {
+        CLI::App* analyze = m_app.add_subcommand("analyze", "Find invalid entries; nothing is changed");
+        analyze->add_option("--format", m_format, "How rows are written: text, csv, json or jsonl")
+            ->check(CLI::IsMember({"text", "csv", "json", "jsonl"}))
+            ->type_name("FORMAT");
+        analyze->add_option("--output", m_analyze.output, "Write rows to this file")->type_name("FILE");
+        AddChoice(analyze, m_analyze.choice);
+        Run(analyze, [this] {
+            if (m_format == "csv") m_analyze.format = RowFormat::Csv;
+            if (m_format == "json") m_analyze.format = RowFormat::Json;
+            if (m_format == "jsonl") m_analyze.format = RowFormat::JsonLines;
+            return RunAnalyze(m_terminal, m_analyze);
+        });
+    }
+
+    void AddClean() {
+        CLI::App* clean = m_app.add_subcommand("clean", "Clean rows that an analysis has found");
+        CLI::Option* rows =
+            clean->add_option("--rows", m_clean.rows, "Rows as analyze wrote them; - is standard input")
+                ->type_name("FILE");
+        CLI::Option* all = clean->add_flag("--all", m_all, "All rows of an analysis made now");
+        rows->excludes(all);
+        clean->add_flag("--dry-run", m_clean.dryRun, "Tell what would be done, and change nothing");
+        clean->add_flag("--yes", m_clean.yes, "Do not ask");
+        AddChoice(clean, m_clean.choice);
+        for (const char* name : {"--only", "--skip", "--match", "--exclude"})
+            clean->get_option(name)->needs(all);
+        clean->callback([this] {
+            if (m_clean.rows.empty() && !m_all) throw CLI::RequiredError("--rows or --all");
+            m_command = [this] { return RunClean(m_terminal, m_clean); };
+        });
+    }
+
+    void AddUndo() {
+        CLI::App* undo = m_app.add_subcommand("undo", "Undo files of former cleanings");
+        undo->require_subcommand(1);
+        Run(undo->add_subcommand("list", "List them"), [this] { return RunUndoList(m_terminal); });
+        CLI::App* replay = undo->add_subcommand("replay", "Write back what one of them holds");
+        replay->add_option("name", m_name, "As in the list")->required();
+        Run(replay, [this] { return RunUndoReplay(m_terminal, m_name); });
+        CLI::App* remove = undo->add_subcommand("delete", "Delete some of them");
+        remove->add_option("name", m_names, "As in the list")->required();
+        Run(remove, [this] { return RunUndoDelete(m_terminal, m_names); });
+    }
+
+    void AddRestart(CLI::App* command) {
+        command->add_option("--restart", m_restart, "Restart the system afterwards: never, ask or now")
+            ->transform(CLI::CheckedTransformer(std::map<std::string, Restart>{
+                {"never", Restart::Never}, {"ask", Restart::Ask}, {"now", Restart::Now}}))
+            ->type_name("WHEN");
+    }
+
+    void AddBackup() {
+        CLI::App* backup = m_app.add_subcommand("backup", "Save the hives of the registry");
+        AddRestart(backup);
+        Run(backup, [this] { return RunBackup(m_terminal, m_restart); });
+    }
+
+    void AddRestore() {
+        CLI::App* restore = m_app.add_subcommand("restore", "Backups of the hives");
+        restore->require_subcommand(1);
+        Run(restore->add_subcommand("list", "List them"), [this] { return RunRestoreList(m_terminal); });
+        CLI::App* apply = restore->add_subcommand("apply", "Have the system start with the hives of one");
+        apply->add_option("name", m_name, "As in the list")->required();
+        AddRestart(apply);
+        Run(apply, [this] { return RunRestoreApply(m_terminal, m_name, m_restart); });
+        CLI::App* remove = restore->add_subcommand("delete", "Delete some of them");
+        remove->add_option("name", m_names, "As in the list")->required();
+        Run(remove, [this] { return RunRestoreDelete(m_terminal, m_names); });
+    }
+
+    void AddCompact() {
+        CLI::App* compact = m_app.add_subcommand("compact", "Compact the hives of the registry");
+        AddRestart(compact);
+        Run(compact, [this] { return RunCompact(m_terminal, m_restart); });
+    }
+
+    CTerminal& m_terminal;
+    CLI::App m_app{"Finds registry entries that refer to what no longer exists, and cleans them.",
+                   "vellumor-cli"};
+    std::function<ExitCode()> m_command;
+    AnalyzeOptions m_analyze;
+    CleanOptions m_clean;
+    std::string m_format = "text";
+    std::string m_name;
+    Names m_names;
+    Restart m_restart = Restart::Never;
+    bool m_all = false;
+};
+
+}  // namespace
+
+ExitCode RunConsole(int count, const char* const* arguments, CTerminal& terminal) {
+    return CCommandLine(terminal).Parse(count, arguments);
+}

@@ -1,0 +1,48 @@
+#include "console/output_file.h"
+
+#include <algorithm>
+
+COutputFile::~COutputFile() {
+    if (!m_file) return;
+    m_file.Reset();
+    ::DeleteFileA(m_partial.c_str());
+}
+
+bool COutputFile::Open(const std::string& path) {
+    // A folder of that name would be found out only at the end.
+    const DWORD attributes = ::GetFileAttributesA(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return false;
+    m_path = path;
+    m_partial = path + ".partial";
+    m_file.Reset(::CreateFileA(m_partial.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                               FILE_ATTRIBUTE_NORMAL, nullptr));
+    return static_cast<bool>(m_file);
+}
+
+bool COutputFile::Finish(std::string_view text) {
+    while (!text.empty()) {
+        DWORD written = 0;
+        const auto count = static_cast<DWORD>(std::min<std::size_t>(text.size(), 1 << 20));
+        if (::WriteFile(m_file.Get(), text.data(), count, &written, nullptr) == FALSE || written == 0)
+            return false;
+        text.remove_prefix(written);
+    }
+    if (::FlushFileBuffers(m_file.Get()) == FALSE) return false;
+    m_file.Reset();
+    if (::MoveFileExA(m_partial.c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE) return true;
+    ::DeleteFileA(m_partial.c_str());
+    return false;
+}
+
+bool ReadWholeFile(const std::string& path, std::string& bytes) {
+    const CUniqueFile file(::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) return false;
+    char chunk[8192];
+    for (;;) {
+        DWORD read = 0;
+        if (::ReadFile(file.Get(), chunk, sizeof chunk, &read, nullptr) == FALSE) return false;
+        if (read == 0) return true;
+        bytes.append(chunk, read);
+    }
+}

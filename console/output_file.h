@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/owners.h"
+
+/// A file that takes the place of its former self only when all of it has been written: until then it grows
+/// beside it, with ".partial" behind its name.
+class COutputFile {
+public:
+    COutputFile() = default;
+    COutputFile(const COutputFile&) = delete;
+    COutputFile& operator=(const COutputFile&) = delete;
+    /// Deletes what was not finished.
+    ~COutputFile();
+
+    /// @return whether the file can be written.
+    [[nodiscard]] bool Open(const std::string& path);
+    /// Writes the whole text and puts the file in its place. @return whether all of that went well.
+    [[nodiscard]] bool Finish(std::string_view text);
+
+private:
+    std::string m_path;
+    std::string m_partial;
+    CUniqueFile m_file;
+};
+
+/// Reads a whole file. @return whether it could be read.
+[[nodiscard]] bool ReadWholeFile(const std::string& path, std::string& bytes);

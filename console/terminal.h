@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Where the program reads from and writes to. All text is UTF-8.
+class CTerminal {
+public:
+    virtual ~CTerminal() = default;
+
+    /// Writes to standard output. @return false when not everything could be written.
+    [[nodiscard]] virtual bool WriteOutput(std::string_view text) = 0;
+    /// Writes to standard error, whose failures nobody could be told of.
+    virtual void WriteError(std::string_view text) = 0;
+    /// All of standard input, up to its end; nothing when it cannot be read.
+    [[nodiscard]] virtual std::optional<std::string> ReadInput() = 0;
+    /// The characters of one line of standard output's terminal; nothing when it is none.
+    [[nodiscard]] virtual std::optional<std::size_t> OutputWidth() const = 0;
+    /// The same for standard error.
+    [[nodiscard]] virtual std::optional<std::size_t> ErrorWidth() const = 0;
+    /// Whether somebody can be asked: standard input and standard error are a terminal.
+    [[nodiscard]] virtual bool CanAsk() const = 0;
+    /// Reads one line that is typed at the terminal, without its end; empty at the end of input.
+    [[nodiscard]] virtual std::string ReadAnswer() = 0;
+};
+
+/// Asks a question on standard error. @return whether the answer begins with a "y", in either case.
+[[nodiscard]] bool Ask(CTerminal& terminal, const std::string& question);
+
+/// Writes one line, in which the control characters are made visible.
+void WriteErrorLine(CTerminal& terminal, std::string_view text);
+[[nodiscard]] bool WriteOutputLine(CTerminal& terminal, std::string_view text);
