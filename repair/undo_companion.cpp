@@ -13,6 +13,8 @@
 namespace {
 
 constexpr DWORD kPieceBytes = 64 * 1024;
+// Whoever looks at a new file, as scanners do, must not keep us from it.
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// The text in the capital letters by which the registry compares names.
 std::string InCapitals(std::string_view text) {
@@ -25,7 +27,7 @@ std::string InCapitals(std::string_view text) {
 }
 
 CUniqueFile OpenToRead(const std::string& fileName) {
-    return CUniqueFile(::CreateFileA(fileName.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+    return CUniqueFile(::CreateFileA(fileName.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
                                      FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
 }
 
@@ -72,8 +74,8 @@ bool AddToCompanion(const std::string& undoFile, const std::string& branch) {
     const std::string companion = CompanionName(undoFile);
     if (companion.empty()) return false;
     const DWORD opening = IsMissing(undoFile) ? CREATE_ALWAYS : OPEN_ALWAYS;
-    const CUniqueFile file(
-        ::CreateFileA(companion.c_str(), GENERIC_WRITE, 0, nullptr, opening, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const CUniqueFile file(::CreateFileA(companion.c_str(), GENERIC_WRITE, kShareAll, nullptr, opening,
+                                         FILE_ATTRIBUTE_NORMAL, nullptr));
     return file && Append(file.Get(), BranchLine(branch));
 }
 
