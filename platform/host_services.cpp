@@ -3,6 +3,7 @@
 #include <shellapi.h>
 #include <tlhelp32.h>
 
+#include "platform/command_line_rules.h"
 #include "platform/folder_tree.h"
 #include "platform/owners.h"
 
@@ -23,8 +24,9 @@ HtmlHelpProc LoadHelpViewer() {
     // By its full path: a library of that name in our own folder is nothing to load with an administrator's
     // rights.
     char folder[MAX_PATH] = "";
-    if (::GetSystemDirectoryA(folder, sizeof folder) == 0) return nullptr;
-    const HMODULE library = ::LoadLibraryA((std::string(folder) + "\\hhctrl.ocx").c_str());
+    const UINT length = ::GetSystemDirectoryA(folder, sizeof folder);
+    if (length == 0 || length >= sizeof folder) return nullptr;
+    const HMODULE library = ::LoadLibraryA((std::string(folder, length) + "\\hhctrl.ocx").c_str());
     if (library == nullptr) return nullptr;
     return reinterpret_cast<HtmlHelpProc>(reinterpret_cast<void*>(::GetProcAddress(library, "HtmlHelpA")));
 }
@@ -58,6 +60,8 @@ void CSystemActions::EndProgram(DWORD processId) {
 }
 
 UINT CSystemActions::RunProgram(const char* commandLine, int show) {
+    // With our rights, nothing is started that the system would have to look for.
+    if (!NamesProgramInFull(commandLine)) return ERROR_PATH_NOT_FOUND;  // as of a program that is not there
     return ::WinExec(commandLine, static_cast<UINT>(show));
 }
 

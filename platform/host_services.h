@@ -23,7 +23,10 @@ public:
     /// Ends a process with exit code 0 and waits, two seconds at most, until it is gone; a process that
     /// cannot be opened is left alone.
     virtual void EndProgram(DWORD processId);
-    /// Starts a program. @param show  SW_... @return above 31: started; otherwise the system's error.
+    /// Starts a program.
+    /// @param commandLine  with the full path of the program, in quotes, in front; another is refused.
+    /// @param show         SW_...
+    /// @return above 31: started; otherwise the system's error.
     virtual UINT RunProgram(const char* commandLine, int show);
     /// Opens an address or a file in the program that the user has for it.
     /// @return above 32: opened; otherwise the shell's error.

@@ -38,6 +38,7 @@ bool IsLink(HKEY key) {
 }
 
 LSTATUS DeleteKeyItself(HKEY parent, const char* subkey) {
+    if (*subkey == '\0') return ERROR_FILE_NOT_FOUND;  // the system would delete the parent
     CUniqueKey key;
     if (OpenKeyItself(parent, subkey, DELETE | KEY_QUERY_VALUE, key) == ERROR_SUCCESS) {
         if (IsLink(key.Get())) return DeleteOpenedKey(key.Get());

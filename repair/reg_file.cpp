@@ -103,6 +103,9 @@ private:
         char name[kSubkeyNameBytes];
         for (DWORD index = 0; index < count; ++index) {
             if (::RegEnumKeyA(key, index, name, sizeof name) != ERROR_SUCCESS) return;
+            // A name that begins with a zero byte: without a name, the key itself is opened, and so without
+            // end.
+            if (name[0] == '\0') continue;
             CUniqueKey subkey;
             if (OpenKeyItself(key, name, kExportAccess, subkey) != ERROR_SUCCESS) continue;
             m_path += '\\';

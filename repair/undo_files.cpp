@@ -6,16 +6,19 @@
 #include "platform/local_time.h"
 #include "platform/owners.h"
 #include "platform/program_folder.h"
+#include "repair/undo_companion.h"
 #include "repair/undo_name_rules.h"
 
 namespace {
 
 std::string UndoFilePath(const std::string& name) { return UndoFolder() + "\\" + name; }
 
+/// The full path of the system's registry editor; empty where it is not known.
 std::string RegistryEditor() {
     char folder[MAX_PATH] = "";
     const UINT length = ::GetWindowsDirectoryA(folder, sizeof folder);
-    return std::string(folder, length < sizeof folder ? length : 0) + "\\regedit.exe";
+    if (length == 0 || length >= sizeof folder) return {};
+    return std::string(folder, length) + "\\regedit.exe";
 }
 
 bool FileExists(const std::string& path) {
@@ -42,12 +45,20 @@ std::vector<std::string> FindUndoFiles() {
     return names;
 }
 
-bool DeleteUndoFile(const std::string& name) { return ::DeleteFileA(UndoFilePath(name).c_str()) != FALSE; }
+bool DeleteUndoFile(const std::string& name) {
+    const std::string file = UndoFilePath(name);
+    if (::DeleteFileA(file.c_str()) == FALSE) return false;
+    // After the file: without its companion, it would be replayed unread.
+    const std::string companion = CompanionName(file);
+    if (!companion.empty()) ::DeleteFileA(companion.c_str());
+    return true;
+}
 
 bool ReplayUndoFile(const std::string& name) {
-    std::string command = RegistryEditor();
-    // Without an editor there is nothing that could take the file: the start of the bare name then fails.
-    if (FileExists(command)) command += " /s \"" + UndoFilePath(name) + "\"";
+    const std::string editor = RegistryEditor();
+    const std::string file = UndoFilePath(name);
+    if (editor.empty() || !FileExists(editor) || !MayReplay(file)) return false;
+    const std::string command = "\"" + editor + "\" /s \"" + file + "\"";
     constexpr UINT kLastError = 31;
     return SystemActions().RunProgram(command.c_str(), SW_HIDE) > kLastError;
 }

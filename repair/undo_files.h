@@ -13,11 +13,12 @@
 /// The names of the undo files that are there, without folder, in the order of the file search.
 [[nodiscard]] std::vector<std::string> FindUndoFiles();
 
-/// Deletes an undo file. @param name  without folder. @return whether it is gone.
+/// Deletes an undo file and its companion. @param name  without folder. @return whether the file is gone.
 [[nodiscard]] bool DeleteUndoFile(const std::string& name);
 
 /// Starts the system's registry editor, hidden, to write back what an undo file holds. Its end is not waited
-/// for, and the file is kept.
+/// for, and the file is kept. Nothing is started when the file holds something else than the branches that
+/// its companion lists.
 /// @param name  without folder.
 /// @return whether the editor has been started.
 [[nodiscard]] bool ReplayUndoFile(const std::string& name);

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr std::string_view kSeparators = "///::";
+constexpr char kCompanionEnding[] = ".branches";
 
 std::string_view WithoutEnding(std::string_view name) {
     constexpr std::string_view kEnding = kUndoFileEnding;
@@ -18,6 +19,11 @@ std::string_view WithoutEnding(std::string_view name) {
 }
 
 }  // namespace
+
+std::string CompanionName(std::string_view undoFile) {
+    const std::string_view name = WithoutEnding(undoFile);
+    return name.size() == undoFile.size() ? std::string() : std::string(name) + kCompanionEnding;
+}
 
 std::string DottedTimeAsDate(std::string_view name) {
     std::string date(name);

@@ -7,6 +7,10 @@
 /// The ending of an undo file's name.
 inline constexpr char kUndoFileEnding[] = ".reg";
 
+/// The name, or the full path, of the companion of an undo file: the same with another ending. Empty
+/// for any other file, which has none.
+[[nodiscard]] std::string CompanionName(std::string_view undoFile);
+
 /// Shows a name made of a time, with dots between its parts, as a date: the first three dots become '/', the
 /// next two ':'; all else stays.
 [[nodiscard]] std::string DottedTimeAsDate(std::string_view name);

@@ -1,6 +1,7 @@
 #include "repair/undo_record.h"
 
 #include "registry/key_link.h"
+#include "repair/undo_companion.h"
 
 namespace {
 
@@ -16,15 +17,24 @@ bool MayContain(const std::wstring& branch, const std::wstring& key) {
 
 DWORD CUndoRecord::Export(const std::string& keyText, ExportedLink link) {
     CRegFile file;
+    CUniqueKey key;
+    const DWORD opened = file.OpenKeyByText(keyText.c_str(), CRegFile::kReadMode, key, link);
+    if (opened != ERROR_SUCCESS) return opened;
+    ListBranch(keyText);
     const DWORD result = file.ExportKey(m_fileName.c_str(), keyText.c_str(), link);
     if (result != ERROR_SUCCESS || m_emptied.empty()) return result;
-    CUniqueKey key;
-    if (file.OpenKeyByText(keyText.c_str(), CRegFile::kReadMode, key, link) != ERROR_SUCCESS) return result;
     const std::wstring branch = KeyObjectName(key.Get());
-    for (const Emptied& emptied : m_emptied)
-        if (MayContain(branch, emptied.objectName))
-            file.AppendDefaultValue(m_fileName.c_str(), emptied.keyText.c_str(), emptied.type, emptied.data);
+    for (const Emptied& emptied : m_emptied) {
+        if (!MayContain(branch, emptied.objectName)) continue;
+        ListBranch(emptied.keyText);
+        file.AppendDefaultValue(m_fileName.c_str(), emptied.keyText.c_str(), emptied.type, emptied.data);
+    }
     return result;
+}
+
+void CUndoRecord::ListBranch(const std::string& keyText) {
+    // An export that cannot be listed is written all the same: by hand it can still be played back.
+    if (!m_listed.contains(keyText) && AddToCompanion(m_fileName, keyText)) m_listed.insert(keyText);
 }
 
 void CUndoRecord::RememberDefault(HKEY key, const std::string& keyText) {

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "repair/reg_file.h"
@@ -11,7 +12,7 @@
 /// and a replay writes the pictures back in the order in which they were taken. What a repair deletes is
 /// missing from later pictures and so comes back; but a default value that one repair has emptied is in them
 /// as empty text, and would come back so. Therefore each picture of such a key is followed by the value as it
-/// was before.
+/// was before. The branches are listed in the undo file's companion, each before its first picture is taken.
 class CUndoRecord {
 public:
     /// @param fileName  full path of the undo file, which the first export makes.
@@ -34,6 +35,9 @@ private:
         std::vector<unsigned char> data;
     };
 
+    void ListBranch(const std::string& keyText);
+
     std::string m_fileName;
+    std::unordered_set<std::string> m_listed;
     std::vector<Emptied> m_emptied;
 };

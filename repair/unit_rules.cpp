@@ -8,6 +8,13 @@ constexpr std::size_t kNone = std::string_view::npos;
 constexpr std::string_view kClasses = R"(Classes\)";
 constexpr std::size_t kGuidLength = 38;  // characters, braces included
 
+/// A path as a unit. One without a last name, as a key whose name begins with a zero byte has, opens the key
+/// above: that is never a unit.
+Unit UnitOf(std::string path) {
+    if (path.empty() || path.ends_with('\\')) return std::nullopt;
+    return path;
+}
+
 /// The entry's key as the patterns see it: a key path, root name included. Remembers how much of it is not
 /// part of the subkey path.
 class CKeyText {
@@ -23,10 +30,10 @@ public:
     }
     [[nodiscard]] bool StartsWith(std::string_view pattern) const { return Text().starts_with(pattern); }
     /// The subkey path up to a place in the text.
-    [[nodiscard]] std::string PathUpTo(std::size_t end) const {
-        return m_text.substr(m_rootLength, end - m_rootLength);
+    [[nodiscard]] Unit PathUpTo(std::size_t end) const {
+        return UnitOf(m_text.substr(m_rootLength, end - m_rootLength));
     }
-    [[nodiscard]] std::string WholePath() const { return m_text.substr(m_rootLength); }
+    [[nodiscard]] Unit WholePath() const { return UnitOf(m_text.substr(m_rootLength)); }
     /// The end of the key name that starts at a place.
     [[nodiscard]] std::size_t EndOfName(std::size_t start) const {
         const std::size_t end = m_text.find('\\', start);
@@ -160,7 +167,7 @@ Unit ComFamilyUnit(const EntryKey& key) {
         if (!rest.starts_with('\\')) return text.WholePath();
         // The first of the three that is there decides, wherever it stands.
         for (const Family& chosen : kFamilies)
-            if (text.Find(chosen.member) != kNone) return std::string(chosen.name).append(rest);
+            if (text.Find(chosen.member) != kNone) return UnitOf(std::string(chosen.name).append(rest));
         return text.WholePath();
     }
     return std::nullopt;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr char kEditorFileName[] = "regedit.exe";
 // Deliberate: a fixed place, so that no program of the same name elsewhere is ever started with our rights.
-constexpr char kEditorCommand[] = R"(C:\WINDOWS\regedit.exe)";
+constexpr char kEditorCommand[] = R"("C:\WINDOWS\regedit.exe")";
 constexpr char kEditorState[] = R"(Software\Microsoft\Windows\CurrentVersion\Applets\Regedit)";
 constexpr char kRememberedKey[] = "LastKey";
 

@@ -30,8 +30,10 @@ struct CleanBench : CConsoleBench {
         return Run(line);
     }
     [[nodiscard]] std::string UndoFile() const {
+        // The companion of the one file comes before it.
         const std::vector<std::string> files = undo.Files();
-        return files.size() == 1 ? undo.Path() + "\\" + files.front() : "";
+        return files.size() == 2 && files.front().ends_with(".branches") ? undo.Path() + "\\" + files.back()
+                                                                         : "";
     }
     void CheckNothingChanged() const {
         CHECK(modules.Has(kFirst));

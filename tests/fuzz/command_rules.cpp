@@ -1,4 +1,6 @@
 // Runs the rules for command lines, module names and GUIDs over any text.
+#include <algorithm>
+
 #include "registry/file_reference_rules.h"
 #include "tests/fuzz/fuzz_support.h"
 #include "tests/rules/exact_buffer.h"
@@ -77,6 +79,42 @@ void CheckLowerCase(std::string_view text) {
     }
 }
 
+void CheckServiceImage(std::string_view text) {
+    const std::string spelled = SpellOutSystemFolder(text);
+    constexpr std::string_view kForms[] = {"system32", "System32", "\\SystemRoot", "\\systemroot"};
+    const bool isShort =
+        std::ranges::any_of(kForms, [text](std::string_view form) { return text.starts_with(form); });
+    Require(isShort == (spelled != text), "what begins with a short form is spelled out, and nothing else");
+    Require(!isShort || spelled.starts_with("%systemroot%"), "the Windows folder is put in front");
+
+    const std::string_view drive = KeepFromDrive(text);
+    Require(text.ends_with(drive), "only what stands before the drive goes");
+    const std::size_t colon = text.find(":\\");
+    if (colon == std::string_view::npos || colon == 0) {
+        Require(drive == text, "a text without a drive stays");
+    } else {
+        Require(drive.find(":\\") == 1, "the first drive is at the front");
+    }
+
+    const std::string_view command = DropSwitches(text);
+    Require(text.starts_with(command), "switches are cut from the end");
+    Require(command.find(" /") == std::string_view::npos, "no switch is left");
+    Require(command.find(" -") == std::string_view::npos, "nor one with a dash");
+    Require(command == text || text.substr(command.size(), 1) == " ", "a blank stands before a switch");
+}
+
+void CheckMissing(std::int32_t open, std::int32_t query) {
+    constexpr std::int32_t kNotFound = 2;
+    Require(CountsAsMissing(MissingRule::Strict, open, query) == (open != 0 || query != 0),
+            "any failure is an absence");
+    Require(CountsAsMissing(MissingRule::Lenient, open, query) ==
+                (open == kNotFound || (open == 0 && query != 0)),
+            "a key that does not open is absent when it is not found");
+    Require(CountsAsMissing(MissingRule::LenientAllAccess, open, query) ==
+                (open == kNotFound || (open == 0 && query == kNotFound)),
+            "and so is one that is not found once it is open");
+}
+
 void CheckBraces(std::string_view guid) {
     const bool hasBrace = !guid.empty() && (guid.front() == '{' || guid.back() == '}');
     const std::string wrapped = '{' + std::string(guid) + '}';
@@ -92,6 +130,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const CExactBuffer replacement = CExactBuffer::Unterminated(input.TakeText());
     const CExactBuffer text = CExactBuffer::Unterminated(input.Rest());
 
+    CheckServiceImage(text.View());
+    CheckMissing(static_cast<std::int32_t>(token.View().size()), static_cast<std::int32_t>(size % 4));
     CheckKeepUpToExe(text.View(), " ");
     CheckKeepUpToExe(text.View(), "");
     CheckReplaceEvery(text.View(), token.View(), replacement.View());

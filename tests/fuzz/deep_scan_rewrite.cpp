@@ -55,7 +55,7 @@ void CheckReplacement(std::string_view before, std::string_view after, const CFu
         startsWithVariable = true;
         // Where no folder begins with a variable, exactly one replacement can have happened.
         if (folders.WindowsFolder().starts_with('%') || folders.Expand("%windir%").starts_with('%')) continue;
-        std::string folder = folders.Expand("%windir%");
+        std::string folder(folders.Expand("%windir%"));
         if (variable == "%SystemRoot%") folder = folders.WindowsFolder();
         if (variable == "%SystemDrive%") folder = folders.WindowsFolder().substr(0, 2);
         Require(after == folder + std::string(before.substr(variable.size())),

@@ -15,19 +15,6 @@ namespace {
 constexpr int kBatches = 16;
 constexpr int kTreesPerBatch = 300;  // one start of the editor costs as much as many trees
 
-/// Runs the system's registry editor, silently, and waits until it has ended.
-void Replay(const std::string& file) {
-    std::string command = R"(C:\windows\regedit.exe /s ")" + file + "\"";
-    STARTUPINFOA startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process{};
-    REQUIRE(::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                             &process) != FALSE);
-    const CUniqueHandle thread(process.hThread);
-    const CUniqueHandle editor(process.hProcess);
-    REQUIRE(::WaitForSingleObject(editor.Get(), 60'000) == WAIT_OBJECT_0);
-}
-
 void Delete(const CScratchKey& scratch, const std::string& name) {
     CHECK(DeleteKeyRecursive({scratch.Get(), HKEY_CURRENT_USER, scratch.Subkey()}, name) == ERROR_SUCCESS);
 }
@@ -47,7 +34,7 @@ void CheckBatch(unsigned seed) {
         Delete(scratch, name);
     }
     CHECK(ReadTree(scratch.Get()) == Tree{});
-    Replay(file);
+    ReplayByEditor(file);
     CHECK(Difference(before, ReadTree(scratch.Get())) == "");
     for (int index = 0; index < kTreesPerBatch; ++index) Delete(scratch, std::to_string(index));
 }

@@ -82,6 +82,18 @@ CPlantedUnit::CPlantedUnit(const std::string& rootName, const std::string& path)
     SetValue(m_root, ParentOf(m_path), "kept", "text");
 }
 
+void ReplayByEditor(const std::string& file) {
+    std::string command = R"(C:\windows\regedit.exe /s ")" + file + "\"";
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    REQUIRE(::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                             &process) != FALSE);
+    const CUniqueHandle thread(process.hThread);
+    const CUniqueHandle editor(process.hProcess);
+    REQUIRE(::WaitForSingleObject(editor.Get(), 60'000) == WAIT_OBJECT_0);
+}
+
 CPlantedUnit::~CPlantedUnit() {
     DeleteTree(m_root, m_path);
     DeleteTree(m_root, m_path + "-beside");

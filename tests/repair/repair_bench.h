@@ -23,6 +23,9 @@ void SetValue(HKEY root, const std::string& path, const std::string& name, const
 [[nodiscard]] LSTATUS DeleteBelow(const CScratchKey& scratch, const std::string& name);
 [[nodiscard]] bool ExistsBelow(const CScratchKey& scratch, const std::string& name);
 
+/// Runs the system's registry editor, silently, over a file and waits until it has ended.
+void ReplayByEditor(const std::string& file);
+
 /// A key that some entry stands for, with what must go with it and what must not: it has values and a subkey,
 /// and another key stands beside it. All of that is gone at the end.
 class CPlantedUnit {

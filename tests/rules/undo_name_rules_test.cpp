@@ -33,3 +33,9 @@ TEST_CASE("a dotted time without ending is shown as a date") {
     CHECK(DottedTimeAsDate("System") == "System");
     CHECK(DottedTimeAsDate("") == "");
 }
+
+TEST_CASE("an undo file's companion has its name with another ending") {
+    CHECK(CompanionName("2009.05.14.16.03.27.reg") == "2009.05.14.16.03.27.branches");
+    CHECK(CompanionName(R"(C:\a.reg\Undo\x.REG)") == R"(C:\a.reg\Undo\x.branches)");
+    for (const char* other : {"", "x", "x.regs", "reg", "x.reg\\y"}) CHECK(CompanionName(other).empty());
+}

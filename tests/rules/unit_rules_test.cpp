@@ -249,3 +249,18 @@ TEST_CASE("a path is cut at its last backslash") {
     CHECK(SplitLastKey("a").parent == "");
     CHECK(SplitLastKey("a").name == "a");
 }
+
+TEST_CASE("a key without a name of its own, which opens the key above, is nobody's unit") {
+    constexpr Row kRows[] = {
+        {DefaultIconClassUnit, kMachine, R"(Software\Classes\\DefaultIcon)", nullptr},
+        {ShellCommandClassUnit, kMachine, R"(Software\Classes\\shell\open\command)", nullptr},
+        {UninstallUnit, kMachine, R"(SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall\)", nullptr},
+        {AppPathUnit, kMachine, R"(SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\)", nullptr},
+        {SoftwareUnit, kMachine, R"(Software\)", nullptr},
+        {SoftwareUnit, kUser, R"(Software\a\)", nullptr},
+        {RecentDocsUnit, kUser, R"(Software\Microsoft\Windows\CurrentVersion\Explorer\RecentDocs\)", nullptr},
+        {ComFamilyUnit, kClassesRoot, R"(CLSID\)", nullptr},
+        {ComFamilyUnit, kClassesRoot, R"(CLSID\)" GUID R"(\)", nullptr},
+    };
+    CheckRows(kRows);
+}

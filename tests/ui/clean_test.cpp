@@ -42,14 +42,22 @@ struct CleanBench {
         ::RegCloseKey(opened);
         return found;
     }
-    [[nodiscard]] std::string OnlyUndoText() const {
-        const auto files = undo.Files();
-        REQUIRE(files.size() == 1);
-        return TextOfFile(undo.Path() + "\\" + files[0]);
-    }
+    [[nodiscard]] std::string OnlyUndoText() const { return OnlyText(".reg"); }
+    /// What the undo file's companion holds.
+    [[nodiscard]] std::string OnlyBranches() const { return OnlyText(".branches"); }
     [[nodiscard]] int Rows() const { return shell.View().GetItemCount(); }
 
     int reply = IDOK;
+
+private:
+    /// The text of the one file of an ending; one of the other ending is beside it.
+    [[nodiscard]] std::string OnlyText(const std::string& ending) const {
+        const auto files = undo.Files();
+        REQUIRE(files.size() == 2);
+        const std::string& file = files[0].ends_with(ending) ? files[0] : files[1];
+        REQUIRE(file.ends_with(ending));
+        return TextOfFile(undo.Path() + "\\" + file);
+    }
 };
 
 void CheckMessage(const CRecordingActions::Message& message, const char* text, const char* caption,
@@ -148,6 +156,9 @@ TEST_CASE(
           "[HKEY_CURRENT_USER\\VellumorCleanTest\\d]\r\n\"dead\"=\"x\"\r\n\r\n\r\n"
           "[HKEY_CURRENT_USER\\VellumorCleanTest\\b]\r\n\"dead\"=\"x\"\r\n\r\n\r\n"
           "[HKEY_CURRENT_USER\\VellumorCleanTest\\a]\r\n\"dead\"=\"x\"\r\n\r\n");
+    CHECK(bench.OnlyBranches() ==
+          "HKEY_CURRENT_USER\\VellumorCleanTest\\d\r\nHKEY_CURRENT_USER\\VellumorCleanTest\\b\r\n"
+          "HKEY_CURRENT_USER\\VellumorCleanTest\\a\r\n");
 }
 
 TEST_CASE("cancelling either question changes nothing; the folder is made and no undo file") {
@@ -187,11 +198,12 @@ TEST_CASE("an undo file is named by the local time, beside the program") {
     bench.shell.Command(kClean);
     const std::string after = LocalNow();
     const auto files = bench.undo.Files();
-    REQUIRE(files.size() == 1);
-    CHECK(files[0].size() == std::string("2009.05.14.16.03.27.reg").size());
-    CHECK(files[0].ends_with(".reg"));
-    CHECK(Seconds(files[0]) >= Seconds(before));
-    CHECK(Seconds(files[0]) <= Seconds(after));
+    REQUIRE(files.size() == 2);
+    CHECK(files[0] == files[1].substr(0, files[1].size() - 4) + ".branches");
+    CHECK(files[1].size() == std::string("2009.05.14.16.03.27.reg").size());
+    CHECK(files[1].ends_with(".reg"));
+    CHECK(Seconds(files[1]) >= Seconds(before));
+    CHECK(Seconds(files[1]) <= Seconds(after));
 }
 
 TEST_CASE("every Clean command names a file of its own; within one second both share it") {
@@ -204,8 +216,9 @@ TEST_CASE("every Clean command names a file of its own; within one second both s
     bench.shell.Command(kClean);
     const bool sameSecond = LocalNow() == before;
     const auto files = bench.undo.Files();
-    if (sameSecond) CHECK(files.size() == 1);
-    CHECK(files.size() <= 2);
+    // Each has its companion.
+    if (sameSecond) CHECK(files.size() == 2);
+    CHECK(files.size() <= 4);
     std::string texts;
     for (const std::string& file : files) texts += TextOfFile(bench.undo.Path() + "\\" + file);
     CHECK(texts.find("VellumorCleanTest\\a]") != std::string::npos);

@@ -34,7 +34,7 @@ Remembered ReadLastKey() {
 }
 
 constexpr char kKey[] = R"(\HKEY_LOCAL_MACHINE\SOFTWARE\Foo)";
-const std::string kStart = R"(run C:\WINDOWS\regedit.exe )" + std::to_string(SW_SHOWMAXIMIZED);
+const std::string kStart = R"(run "C:\WINDOWS\regedit.exe" )" + std::to_string(SW_SHOWMAXIMIZED);
 
 struct Fixture {
     Fixture() {

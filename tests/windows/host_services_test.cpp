@@ -83,10 +83,24 @@ TEST_CASE("ending a process that does not exist changes nothing") {
 TEST_CASE("a started program runs, and one that is not there answers with the system's error") {
     const CScratchFolder scratch;
     const std::string proof = scratch.Path() + "\\proof";
-    CHECK(SystemActions().RunProgram(("cmd.exe /c mkdir " + proof).c_str(), SW_HIDE) > 31);
+    const std::string shell = "\"" + TheWindowsFolder() + "\\system32\\cmd.exe\"";
+    CHECK(SystemActions().RunProgram((shell + " /c mkdir " + proof).c_str(), SW_HIDE) > 31);
     for (int round = 0; round < 500 && !Exists(proof); ++round) ::Sleep(10);
     CHECK(Exists(proof));
-    CHECK(SystemActions().RunProgram("C:\\gone\\app.exe", SW_HIDE) == ERROR_FILE_NOT_FOUND);
+    CHECK(SystemActions().RunProgram("\"C:\\gone\\app.exe\"", SW_HIDE) == ERROR_FILE_NOT_FOUND);
+}
+
+TEST_CASE("a program without its full path is not looked for, in our own folder or anywhere else") {
+    const CScratchFolder scratch;
+    const std::string proof = scratch.Path() + "\\proof";
+    const std::string command = TheWindowsFolder() + "\\system32\\cmd.exe";
+    REQUIRE(::CopyFileA(command.c_str(), (ProgramFolder() + "\\vellumor_bait.exe").c_str(), FALSE) != FALSE);
+    for (const char* program : {"vellumor_bait.exe", "\"vellumor_bait.exe\"", "cmd.exe", "\"cmd.exe\""})
+        CHECK(SystemActions().RunProgram((program + (" /c mkdir " + proof)).c_str(), SW_HIDE) <= 31);
+    CHECK(SystemActions().RunProgram((command + " /c mkdir " + proof).c_str(), SW_HIDE) <= 31);
+    ::Sleep(1000);
+    CHECK_FALSE(Exists(proof));
+    ::DeleteFileA((ProgramFolder() + "\\vellumor_bait.exe").c_str());
 }
 
 TEST_CASE("listing and ending programs leaves no handle open") {

@@ -85,6 +85,10 @@ ensure_check_tools() {
     ensure_packages clang-format clang-tidy git
 }
 
+ensure_fuzz_tools() {
+    ensure_packages clang libclang-rt-14-dev
+}
+
 # Both Wines with their fonts, and the virtual screen and the camera for their windows.
 ensure_wine() {
     ensure_packages wine64 fonts-wine xvfb imagemagick || return
