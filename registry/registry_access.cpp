@@ -16,7 +16,8 @@ LSTATUS EnumValue(HKEY key, DWORD index, ValueBuffers& value) {
 LSTATUS EnumSubkey(HKEY key, DWORD index, char (&name)[kNameBytes + 1]) {
     std::memset(name, 0, sizeof name);
     DWORD nameBytes = kNameBytes;
-    return ::RegEnumKeyExA(key, index, name, &nameBytes, nullptr, nullptr, nullptr, nullptr);
+    const LSTATUS result = ::RegEnumKeyExA(key, index, name, &nameBytes, nullptr, nullptr, nullptr, nullptr);
+    return result == ERROR_SUCCESS && name[0] == '\0' ? ERROR_INVALID_NAME : result;
 }
 
 std::optional<std::string> FileTimeText(const FILETIME& time) {

@@ -40,6 +40,8 @@ struct ValueBuffers {
 [[nodiscard]] LSTATUS EnumValue(HKEY key, DWORD index, ValueBuffers& value);
 
 /// Enumerates one subkey's name; on failure the name is empty.
+/// @return the system's code; ERROR_INVALID_NAME for a name that begins with a zero byte: what is left of it
+/// opens the key itself, and so without end.
 [[nodiscard]] LSTATUS EnumSubkey(HKEY key, DWORD index, char (&name)[kNameBytes + 1]);
 
 /// Whether an enumeration result ends the walk of its key. Besides the regular end these are the answers of a

@@ -37,9 +37,6 @@ private:
             const LSTATUS found = EnumSubkey(key.key, 0, name);
             if (found == ERROR_NO_MORE_ITEMS) return ERROR_SUCCESS;
             if (found != ERROR_SUCCESS) return found;
-            // A name that begins with a zero byte: without a name, the key itself would be opened in its
-            // place.
-            if (name[0] == '\0') return ERROR_FILE_NOT_FOUND;
             const LSTATUS deleted = Delete(key, name);
             // A key that somebody makes anew as often as it is deleted is no change either.
             if (deleted == ERROR_SUCCESS && deletedNames.insert(name).second) {

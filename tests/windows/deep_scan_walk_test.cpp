@@ -84,6 +84,16 @@ TEST_CASE("a subkey whose name holds a zero is passed over, and a value's name e
     CHECK(DeleteOpenKey(hostile.Get()));
 }
 
+TEST_CASE("subkeys whose names begin with a zero do not have their parent walked again") {
+    CScratchKey key;
+    std::vector<CUniqueKey> hostile;
+    for (const wchar_t letter : {L'a', L'b'})
+        hostile.push_back(CreateKeyByCountedName(key.Get(), std::wstring{L'\0', letter}));
+    SetText(key.Add("z"), "x", "C:\\gone\\z");
+    CHECK(RowsOf(key) == "x|C:\\gone\\z\n");
+    for (const CUniqueKey& subkey : hostile) CHECK(DeleteOpenKey(subkey.Get()));
+}
+
 TEST_CASE("a key whose path would not fit 1000 bytes is passed over with its subtree, not cut") {
     CScratchKey key;
     HKEY parent = key.Get();

@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/support/native_calls.h"
 #include "tests/support/scratch_key.h"
@@ -141,4 +142,16 @@ TEST_CASE("a subkey whose name holds a zero cannot be opened and counts as empty
     SetText(hostile.Get(), "x", "y");
     CHECK(IsEmpty(key));
     CHECK(DeleteOpenKey(hostile.Get()));
+}
+
+TEST_CASE("subkeys whose names begin with a zero are passed over, and the key is not walked again for each") {
+    CScratchKey key;
+    std::vector<CUniqueKey> hostile;
+    for (const wchar_t letter : {L'a', L'b', L'c'})
+        hostile.push_back(CreateKeyByCountedName(key.Get(), std::wstring{L'\0', letter}));
+    key.Add("beside");
+    CHECK(IsEmpty(key));
+    SetText(key.Add("beside"), "x", "y");
+    CHECK_FALSE(IsEmpty(key));
+    for (const CUniqueKey& subkey : hostile) CHECK(DeleteOpenKey(subkey.Get()));
 }
