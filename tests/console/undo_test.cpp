@@ -64,6 +64,13 @@ TEST_CASE_FIXTURE(UndoBench, "a replay that does not start is a failure") {
     CHECK(terminal.error == std::string("The undo file ") + kFile + " was not replayed.\n");
 }
 
+TEST_CASE_FIXTURE(UndoBench, "a file that holds more than its companion lists is not replayed") {
+    undo.AddFile("2009.05.14.16.03.27.branches", "HKEY_CURRENT_USER\\a\r\n");
+    CHECK((Run({"undo", "replay", kFile}) == ExitCode::Failed));
+    CHECK(terminal.error == std::string("The undo file ") + kFile + " was not replayed.\n");
+    for (const std::string& asked : actions.asked) CHECK_FALSE(asked.starts_with("run "));
+}
+
 TEST_CASE_FIXTURE(UndoBench, "a name that no undo file has leads nowhere") {
     const CScratchFolder folder;
     const std::string outside = folder.AddFile("outside.reg");
