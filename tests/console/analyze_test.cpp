@@ -142,13 +142,15 @@ TEST_CASE("Ctrl+C ends an analysis, whose rows so far are kept") {
     CConsoleBench bench;
     bench.terminal.errorWidth = 200;
     bench.terminal.onError = [](const std::string& text) {
-        if (text.find("Stage 2 of 10") != std::string::npos) CHECK(Interrupt());
+        // Not every key is shown, but by then rows have been found.
+        if (text.find("Stage ") != std::string::npos && text.find(", 0 rows, ") == std::string::npos)
+            CHECK(Interrupt());
     };
     CHECK((bench.Run({"analyze", "--format", "json"}) == ExitCode::Canceled));
     CHECK(bench.terminal.output.starts_with("{\"complete\": false, \"rows\": ["));
     const Rows rows = RowsIn(bench.terminal.output);
     REQUIRE_FALSE(rows.empty());
-    for (const Row& row : rows) CHECK(row.check == "dead-files-of-the-machine");
+    CHECK(rows.front().check == "dead-files-of-the-machine");
     CHECK(bench.terminal.error.ends_with(std::to_string(rows.size()) +
                                          (rows.size() == 1 ? " invalid entry" : " invalid entries") +
                                          " found by then; the analysis was canceled.\n"));
