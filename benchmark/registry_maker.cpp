@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "benchmark/tree_walk.h"
 #include "platform/owners.h"
-#include "registry/registry_access.h"
 
 namespace {
 
@@ -121,17 +121,11 @@ private:
 };
 
 void CountBelow(HKEY key, TreeSize& size) {
-    ++size.keys;
-    ValueBuffers value;
-    for (DWORD index = 0; !EndsWalk(EnumValue(key, index, value)); ++index) ++size.values;
-    char name[kNameBytes + 1];
-    for (DWORD index = 0;; ++index) {
-        const LSTATUS result = EnumSubkey(key, index, name);
-        if (EndsWalk(result)) return;
-        CUniqueKey child;
-        if (result == ERROR_SUCCESS && OpenKey(key, name, kReadAccess, child) == ERROR_SUCCESS)
-            CountBelow(child.Get(), size);
-    }
+    TreeSize enumerated;
+    WalkTree(
+        key, [&enumerated] { ++enumerated.keys; }, [&enumerated] { ++enumerated.values; });
+    size.keys += enumerated.keys;
+    size.values += enumerated.values - enumerated.keys;  // each key has one enumeration behind its last value
 }
 
 }  // namespace

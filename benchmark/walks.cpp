@@ -10,6 +10,7 @@
 #include "analysis/report.h"
 #include "benchmark/registry_maker.h"
 #include "benchmark/series.h"
+#include "benchmark/tree_walk.h"
 #include "framework/wnd.h"
 #include "platform/owners.h"
 #include "platform/worker_thread.h"
@@ -72,26 +73,11 @@ CUniqueKey OpenScratch() {
     return key;
 }
 
-template <class OnValue>
-void Walk(HKEY key, OnValue onValue) {
-    ValueBuffers value;
-    for (DWORD index = 0;; ++index) {
-        onValue();
-        if (EndsWalk(EnumValue(key, index, value))) break;
-    }
-    char name[kNameBytes + 1];
-    for (DWORD index = 0;; ++index) {
-        const LSTATUS result = EnumSubkey(key, index, name);
-        if (EndsWalk(result)) return;
-        CUniqueKey child;
-        if (result == ERROR_SUCCESS && OpenKey(key, name, kReadAccess, child) == ERROR_SUCCESS)
-            Walk(child.Get(), onValue);
-    }
-}
+const auto kNothing = [] {};
 
 void WalkBarely() {
     const CUniqueKey key = OpenScratch();
-    Walk(key.Get(), [] {});
+    WalkTree(key.Get(), kNothing, kNothing);
 }
 
 void TestAndSend() {
@@ -101,11 +87,12 @@ void TestAndSend() {
 
 void WalkWithSends() {
     const CUniqueKey key = OpenScratch();
-    Walk(key.Get(), &TestAndSend);
+    WalkTree(key.Get(), kNothing, &TestAndSend);
 }
 
 void WalkHivesWithSends() {
-    for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER, HKEY_USERS}) Walk(root, &TestAndSend);
+    for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER, HKEY_USERS})
+        WalkTree(root, kNothing, &TestAndSend);
 }
 
 void ScanDeeply() {

@@ -1,6 +1,6 @@
 #include "console/output_file.h"
 
-#include <algorithm>
+#include "console/write_all.h"
 
 COutputFile::~COutputFile() {
     if (!m_file) return;
@@ -20,14 +20,7 @@ bool COutputFile::Open(const std::string& path) {
 }
 
 bool COutputFile::Finish(std::string_view text) {
-    while (!text.empty()) {
-        DWORD written = 0;
-        const auto count = static_cast<DWORD>(std::min<std::size_t>(text.size(), 1 << 20));
-        if (::WriteFile(m_file.Get(), text.data(), count, &written, nullptr) == FALSE || written == 0)
-            return false;
-        text.remove_prefix(written);
-    }
-    if (::FlushFileBuffers(m_file.Get()) == FALSE) return false;
+    if (!WriteAll(m_file.Get(), text) || ::FlushFileBuffers(m_file.Get()) == FALSE) return false;
     m_file.Reset();
     if (::MoveFileExA(m_partial.c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE) return true;
     ::DeleteFileA(m_partial.c_str());

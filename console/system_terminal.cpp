@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "console/write_all.h"
+
 namespace {
 
 constexpr DWORD kChunk = 8192;  // more characters at once are refused by consoles of old systems
@@ -35,13 +37,7 @@ bool WriteConsoleText(HANDLE console, std::string_view text) {
 
 bool WriteText(HANDLE stream, std::string_view text) {
     if (IsConsole(stream)) return WriteConsoleText(stream, text);
-    while (!text.empty()) {
-        DWORD written = 0;
-        const auto count = static_cast<DWORD>(std::min<std::size_t>(text.size(), 1 << 20));
-        if (::WriteFile(stream, text.data(), count, &written, nullptr) == FALSE || written == 0) return false;
-        text.remove_prefix(written);
-    }
-    return true;
+    return WriteAll(stream, text);
 }
 
 }  // namespace

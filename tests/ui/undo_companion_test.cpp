@@ -1,22 +1,16 @@
 #include <doctest/doctest.h>
 
 #include "registry/registry_access.h"
-#include "tests/support/program_files.h"
 #include "tests/support/scratch_key.h"
-#include "tests/ui/dialog_bench.h"
 #include "tests/ui/shell.h"
+#include "tests/ui/undo_bench.h"
 
 namespace {
 
 constexpr UINT kClean = 32807;
-constexpr UINT kUndo = 32830;
-constexpr int kList = 1027;
-constexpr int kDelete = 1029;
+constexpr int kDelete = UndoBench::kDelete;
 
-struct UndoBench : DialogBench {
-    CProgramSubfolder undo{"Undo"};
-
-    UndoBench() : DialogBench(kUndo, "Undo repair", kList) { undo.Make(); }
+struct CompanionBench : UndoBench {
     /// Undoes the only undo file.
     void UndoFile() {
         reply = IDYES;
@@ -35,7 +29,7 @@ TEST_CASE(
     const std::string text =
         "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_CURRENT_USER\\a\\b]\r\n\"v\"=\"x\"\r\n\r\n";
     for (const char* branch : {"HKEY_CURRENT_USER\\a", "HKEY_CURRENT_USER\\c"}) {
-        UndoBench bench;
+        CompanionBench bench;
         bench.undo.AddFile("2009.05.11.16.03.27.reg", text);
         bench.undo.AddFile("2009.05.11.16.03.27.branches", std::string(branch) + "\r\n");
         bench.UndoFile();
@@ -47,7 +41,7 @@ TEST_CASE(
 }
 
 TEST_CASE("Delete takes each undo file's companion along, and leaves one whose file stays") {
-    UndoBench bench;
+    CompanionBench bench;
     for (const char* day : {"11", "12", "13", "14"})
         bench.undo.AddFile("2009.05." + std::string(day) + ".16.03.27.branches");
     for (const char* day : {"11", "12", "13"})
@@ -70,7 +64,7 @@ TEST_CASE("Delete takes each undo file's companion along, and leaves one whose f
 
 TEST_CASE("what one command cleans is undone, unless a name reads back as a foreign key") {
     for (const std::string name : {"plain", "]\n[HKEY_LOCAL_MACHINE", "]\n\n[HKEY_LOCAL_MACHINE"}) {
-        UndoBench bench;
+        CompanionBench bench;
         CScratchKey scratch;
         const HKEY unit = scratch.Add("unit");
         SetText(unit, "lines", "one\ntwo\r\n");

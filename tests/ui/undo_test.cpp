@@ -1,20 +1,14 @@
 #include <doctest/doctest.h>
 
 #include "platform/program_folder.h"
-#include "tests/support/program_files.h"
-#include "tests/ui/dialog_bench.h"
 #include "tests/ui/shell.h"
+#include "tests/ui/undo_bench.h"
 
 namespace {
 
-constexpr UINT kUndo = 32830;
-constexpr int kList = 1027;
-constexpr int kDelete = 1029;
+constexpr int kDelete = UndoBench::kDelete;
 
-struct UndoBench : DialogBench {
-    CProgramSubfolder undo{"Undo"};
-
-    UndoBench() : DialogBench(kUndo, "Undo repair", kList) { undo.Make(); }
+struct UndoListBench : UndoBench {
     void AddFiles(int count) const {
         for (int day = 1; day <= count; ++day)
             undo.AddFile("2009.05." + std::to_string(day + 10) + ".16.03.27.reg");
@@ -26,7 +20,7 @@ const std::string kInformation = "Vellumor v4.55";
 }  // namespace
 
 TEST_CASE("the Undo dialog shows the undo files with their dates") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.undo.AddFile("2009.05.14.16.03.27.reg");
     bench.undo.AddFile("2010.12.31.00.00.00.reg");
     bench.undo.AddFile("2010.12.31.00.00.00.txt");
@@ -53,7 +47,7 @@ TEST_CASE("the Undo dialog shows the undo files with their dates") {
 }
 
 TEST_CASE("a name without a date ends the filling") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.undo.AddFile("2009.05.14.16.03.27.reg");
     bench.undo.AddFile("aname.reg");
     bench.undo.AddFile("zz.2009.reg");
@@ -66,7 +60,7 @@ TEST_CASE("a name without a date ends the filling") {
 
 TEST_CASE("without undo files there is nothing to undo or delete") {
     for (const bool hasFolder : {true, false}) {
-        UndoBench bench;
+        UndoListBench bench;
         if (!hasFolder) ::RemoveDirectoryA(bench.undo.Path().c_str());
         bench.Show([&] {
             CHECK(bench.Rows() == 0);
@@ -79,12 +73,12 @@ TEST_CASE("without undo files there is nothing to undo or delete") {
 
 TEST_CASE("ten undo files are no reason to warn, eleven are, once and at the start") {
     {
-        UndoBench bench;
+        UndoListBench bench;
         bench.AddFiles(10);
         bench.Show([&] { CHECK(bench.Rows() == 10); });
         CHECK(bench.actions.messages.empty());
     }
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(11);
     bench.Show([&] {
         CHECK(bench.Rows() == 11);
@@ -97,7 +91,7 @@ TEST_CASE("ten undo files are no reason to warn, eleven are, once and at the sta
 }
 
 TEST_CASE("Undo without a checked file asks for one, and the dialog stays") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(2);
     bench.Show([&] {
         bench.Press(IDOK);
@@ -108,7 +102,7 @@ TEST_CASE("Undo without a checked file asks for one, and the dialog stays") {
 }
 
 TEST_CASE("Undo with two checked files is refused, and replays nothing") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(3);
     bench.Show([&] {
         bench.Check({0, 2});
@@ -120,7 +114,7 @@ TEST_CASE("Undo with two checked files is refused, and replays nothing") {
 }
 
 TEST_CASE("Undo answered by No keeps the dialog open and replays nothing") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(1);
     bench.reply = IDNO;
     bench.Show([&] {
@@ -134,7 +128,7 @@ TEST_CASE("Undo answered by No keeps the dialog open and replays nothing") {
 }
 
 TEST_CASE("Undo answered by Yes runs the registry editor, hidden and silent, and keeps the file") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(2);
     bench.reply = IDYES;
     bench.Show([&] {
@@ -153,7 +147,7 @@ TEST_CASE("Undo answered by Yes runs the registry editor, hidden and silent, and
 
 TEST_CASE("an editor that does not start is passed over in silence") {
     for (const UINT answer : {0u, 2u, 31u}) {
-        UndoBench bench;
+        UndoListBench bench;
         bench.AddFiles(1);
         bench.reply = IDYES;
         bench.actions.runAnswer = answer;
@@ -167,7 +161,7 @@ TEST_CASE("an editor that does not start is passed over in silence") {
 }
 
 TEST_CASE("without a registry editor in the Windows folder nothing is started") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(1);
     bench.reply = IDYES;
     REQUIRE(::MoveFileA("C:\\windows\\regedit.exe", "C:\\windows\\regedit.away") != FALSE);
@@ -181,7 +175,7 @@ TEST_CASE("without a registry editor in the Windows folder nothing is started") 
 }
 
 TEST_CASE("cancelling the Undo dialog replays nothing") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(1);
     bench.Show([&] { bench.Check({0}); });  // Show presses Cancel at its end
     CHECK(bench.actions.asked.empty());
@@ -189,7 +183,7 @@ TEST_CASE("cancelling the Undo dialog replays nothing") {
 }
 
 TEST_CASE("Delete without a checked file asks for one") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(1);
     bench.Show([&] { bench.Press(kDelete); });
     bench.CheckOnlyMessage("Select at least one undo file to delete.", MB_OK | MB_ICONINFORMATION);
@@ -197,7 +191,7 @@ TEST_CASE("Delete without a checked file asks for one") {
 }
 
 TEST_CASE("Delete of one file asks, deletes it, and reports it") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(3);
     bench.reply = IDYES;
     bench.Show([&] {
@@ -217,7 +211,7 @@ TEST_CASE("Delete of one file asks, deletes it, and reports it") {
 }
 
 TEST_CASE("Delete of several files asks for their number, deletes them, and reports it") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(4);
     bench.reply = IDYES;
     bench.Show([&] {
@@ -235,7 +229,7 @@ TEST_CASE("Delete of several files asks for their number, deletes them, and repo
 
 TEST_CASE("Delete answered by No deletes nothing") {
     for (const bool several : {false, true}) {
-        UndoBench bench;
+        UndoListBench bench;
         bench.AddFiles(2);
         bench.reply = IDNO;
         bench.Show([&] {
@@ -250,7 +244,7 @@ TEST_CASE("Delete answered by No deletes nothing") {
 
 TEST_CASE("a file that cannot be deleted keeps its row; among several all are counted") {
     for (const bool several : {false, true}) {
-        UndoBench bench;
+        UndoListBench bench;
         bench.AddFiles(2);
         bench.reply = IDYES;
         const HANDLE lock = ::CreateFileA((bench.undo.Path() + "\\2009.05.11.16.03.27.reg").c_str(),
@@ -271,7 +265,7 @@ TEST_CASE("a file that cannot be deleted keeps its row; among several all are co
 }
 
 TEST_CASE("once the last file is deleted there is nothing to press but Cancel") {
-    UndoBench bench;
+    UndoListBench bench;
     bench.AddFiles(1);
     bench.reply = IDYES;
     bench.Show([&] {
