@@ -1,3 +1,5 @@
+#include <sstream>
+
 #include "console/check_selection.h"
 #include "console/code_page.h"
 #include "console/commands.h"
@@ -8,7 +10,29 @@
 
 namespace {
 
+constexpr std::size_t kWideEnough = 160;  // for all columns in one line
+
+/// For a terminal that is too narrow for all columns: below each row a line that tells check, time and
+/// reason.
+std::string NarrowRowTable(const std::vector<Row>& rows, std::size_t width) {
+    std::vector<std::vector<std::string>> lines{{"KEY", "VALUE", "DATA"}};
+    for (const Row& row : rows)
+        lines.push_back({Printable(ToUtf8(row.key)), Printable(ToUtf8(row.valueName)),
+                         Printable(ToUtf8(row.dataReference))});
+    std::istringstream table(TextTable(lines, width));
+    std::string line;
+    std::getline(table, line);
+    std::string text = line + "\n";
+    for (const Row& row : rows) {
+        std::getline(table, line);
+        const std::string time = row.writeTime.empty() ? "" : ", " + row.writeTime;
+        text += line + "\n" + Shortened("    " + row.check + time + ": " + row.reason, width) + "\n";
+    }
+    return text;
+}
+
 std::string RowTable(const std::vector<Row>& rows, std::size_t width) {
+    if (width < kWideEnough) return NarrowRowTable(rows, width);
     std::vector<std::vector<std::string>> lines{{"KEY", "WRITTEN (UTC)", "VALUE", "DATA", "CHECK", "REASON"}};
     for (const Row& row : rows) {
         std::vector<std::string>& cells = lines.emplace_back();

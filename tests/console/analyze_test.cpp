@@ -49,9 +49,23 @@ TEST_CASE_FIXTURE(AnalyzeBench, "text is a table with a line of headings") {
     CHECK(lines[1].find("shared-modules") == lines[0].find("CHECK"));
     CHECK(lines[1].find(kFirst) == lines[0].find("VALUE"));
     CHECK(lines[2].find(kSecond) != std::string::npos);
-    terminal.outputWidth = 100;
+    terminal.outputWidth = 170;
     CHECK((Analyze({}) == ExitCode::RowsFound));
-    for (const std::string& line : LinesOf(terminal.output)) CHECK(line.size() <= 100);
+    CHECK(LinesOf(terminal.output).size() == 3);
+    for (const std::string& line : LinesOf(terminal.output)) CHECK(line.size() <= 170);
+}
+
+TEST_CASE_FIXTURE(AnalyzeBench, "on a narrow terminal each row has a second line with check and reason") {
+    terminal.outputWidth = 79;
+    CHECK((Analyze({}) == ExitCode::RowsFound));
+    const std::vector<std::string> lines = LinesOf(terminal.output);
+    REQUIRE(lines.size() == 5);
+    for (const std::string& line : lines) CHECK(line.size() <= 79);
+    CHECK(lines[0].starts_with("KEY "));
+    CHECK(lines[1].find(kFirst) == lines[0].find("VALUE"));
+    CHECK(lines[2] == "    shared-modules: It names a program or library file that does not exist.");
+    CHECK(lines[3].find(kSecond) != std::string::npos);
+    CHECK(lines[4] == lines[2]);
 }
 
 TEST_CASE_FIXTURE(AnalyzeBench, "names that could steer a terminal are shown, not sent") {
