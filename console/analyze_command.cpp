@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::size_t kWideEnough = 160;  // for all columns in one line
 
-/// For a terminal that is too narrow for all columns: below each row a line that tells check, time and
-/// reason.
+/// For a terminal that is too narrow for all columns: below each row a line that tells check and reason; for
+/// the time there is no room.
 std::string NarrowRowTable(const std::vector<Row>& rows, std::size_t width) {
     std::vector<std::vector<std::string>> lines{{"KEY", "VALUE", "DATA"}};
     for (const Row& row : rows)
@@ -25,8 +25,7 @@ std::string NarrowRowTable(const std::vector<Row>& rows, std::size_t width) {
     std::string text = line + "\n";
     for (const Row& row : rows) {
         std::getline(table, line);
-        const std::string time = row.writeTime.empty() ? "" : ", " + row.writeTime;
-        text += line + "\n" + Shortened("    " + row.check + time + ": " + row.reason, width) + "\n";
+        text += line + "\n" + Shortened("    " + row.check + ": " + row.reason, width) + "\n";
     }
     return text;
 }
