@@ -5,6 +5,7 @@
 
 #include "platform/owners.h"
 #include "tests/driver/wait.h"
+#include "tests/driver/window_access.h"
 
 namespace {
 
@@ -93,6 +94,8 @@ bool IsDrawnOn(const RECT& rect) {
     return std::ranges::adjacent_find(pixels, std::ranges::not_equal_to()) != pixels.end();
 }
 
+namespace {
+
 std::string NearestSystemIcon(const RECT& rect) {
     const struct {
         const char* name;
@@ -113,6 +116,15 @@ std::string NearestSystemIcon(const RECT& rect) {
         }
     }
     return nearest;
+}
+
+}  // namespace
+
+std::string ShownSystemIcon(HWND control, const std::string& expected) {
+    std::string shown;
+    const auto isExpected = [&] { return (shown = NearestSystemIcon(ScreenRect(control))) == expected; };
+    (void)StaysFalse(isExpected, kPatience);
+    return shown;
 }
 
 bool TakePicture(const std::string& name) {

@@ -56,7 +56,7 @@ TEST_CASE("Cancel ends the analysis at once and tells the rows found so far") {
     CHECK(box.Text() == CanceledText(static_cast<int>(rows.size())));
     CHECK(box.Buttons() == std::vector<std::string>{"OK"});
     REQUIRE(box.Icon() != nullptr);
-    CHECK(NearestSystemIcon(ScreenRect(box.Icon())) == "information");
+    CHECK(ShownSystemIcon(box.Icon(), "information") == "information");
     CHECK(::IsWindowEnabled(app.Frame()) == FALSE);
     box.Dismiss();
 

@@ -78,7 +78,7 @@ private:
         m_record.caption = box.Caption();
         m_record.text = box.Text();
         m_record.buttons = box.Buttons();
-        if (box.Icon() != nullptr) m_record.icon = NearestSystemIcon(ScreenRect(box.Icon()));
+        if (box.Icon() != nullptr) m_record.icon = ShownSystemIcon(box.Icon(), "information");
         ::Sleep(kSeveralTicks);  // the ended dialog's timer may still disturb the box
         m_record.boxOwnerWasEnabled = ::IsWindowEnabled(m_app.Frame()) != FALSE;
         m_record.commandRanBehindBox = RunsCommand();

@@ -37,7 +37,7 @@ struct Fixture {
         CHECK(box.Caption() == "Vellumor v4.55");
         CHECK(box.Buttons() == buttons);
         REQUIRE(box.Icon() != nullptr);
-        CHECK(NearestSystemIcon(ScreenRect(box.Icon())) == icon);
+        CHECK(ShownSystemIcon(box.Icon(), icon) == icon);
         box.Dismiss(button);
         return text;
     }
