@@ -40,6 +40,7 @@ target_link_libraries(vellumor_driver PUBLIC vellumor_options)
 # The whole set runs the main architecture's program; the other one shows that it starts and analyses.
 if(NOT VELLUMOR_ARCH STREQUAL "x86")
     set(e2e_tests_arguments --test-suite=smoke)
+    set(load_tests_arguments --test-suite=smoke)
 endif()
 vellumor_test_program(e2e vellumor_driver vellumor_console vellumor_test_support shlwapi)
 add_dependencies(e2e_tests vellumor vellumor_cli)
@@ -47,8 +48,15 @@ if(TARGET vellumor_help)
     add_dependencies(e2e_tests vellumor_help)
 endif()
 
+# Runs the window on its own thread, again and again, over what the tests of the whole program plant.
+vellumor_test_program(load vellumor_app vellumor_driver vellumor_test_support shlwapi $<TARGET_OBJECTS:vellumor_resources>)
+foreach(source e2e/program e2e/rule_plants e2e/rule_plants_classes e2e/rule_plants_machine e2e/rule_plants_user
+        e2e/shown_rows e2e/whole_registry ui/shell)
+    target_sources(load_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests/${source}.cpp)
+endforeach()
+
 # These make undo files and backups in the folder that they lie in.
-set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
+set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console ${VELLUMOR_ARCH}.load PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
 
 # These watch the clock, so they get the machine to themselves.
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)

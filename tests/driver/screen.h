@@ -12,8 +12,8 @@
 [[nodiscard]] bool IsDrawnOn(const RECT& rect);
 
 /// The name of the system's message icon that a control shows: "error", "question", "warning" or
-/// "information". A box can be found before it is painted, so the picture gets kPatience to become the expected
-/// one; after that the name of the icon that looks most like it is returned.
+/// "information". A box can be found before it is painted, so the picture gets kPatience to become the
+/// expected one; after that the name of the icon that looks most like it is returned.
 [[nodiscard]] std::string ShownSystemIcon(HWND control, const std::string& expected);
 
 /// Has the service that runs beside us take a picture of the whole screen.
