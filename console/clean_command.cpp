@@ -12,15 +12,6 @@
 
 namespace {
 
-/// Whether undo files can be written: a repair goes ahead without one, so this is asked before the first.
-bool CanWriteUndoFile() {
-    const std::string probe = MakeUndoFileName() + ".probe";
-    const CUniqueFile file(::CreateFileA(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                         FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
-    DWORD written = 0;
-    return file && ::WriteFile(file.Get(), "x", 1, &written, nullptr) != FALSE && written == 1;
-}
-
 /// The checks that are to be run again to see whether the named rows are true here.
 RowChoice ChecksOf(const std::vector<Row>& rows) {
     RowChoice choice;
@@ -34,14 +25,15 @@ bool IsAgreed(CTerminal& terminal, const CleanOptions& options, std::size_t coun
 }
 
 ExitCode CleanChosen(CTerminal& terminal, CCleaning& cleaning) {
-    if (!CanWriteUndoFile()) {
+    const std::optional<std::string> undoFile = ClaimUndoFile();
+    if (!undoFile.has_value()) {
         WriteErrorLine(
             terminal, "No undo file can be written in " + ToUtf8(UndoFolder()) + ", so nothing was cleaned.");
         return ExitCode::Failed;
     }
     const CUniqueHandle cancelEvent(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
     const CCancelable cancelable(cancelEvent.Get());
-    const bool isComplete = cleaning.Clean(cancelEvent.Get());
+    const bool isComplete = cleaning.Clean(*undoFile, cancelEvent.Get());
     if (!isComplete) {
         WriteErrorLine(terminal, "Canceled; the entries that are not listed above were not cleaned.");
         return ExitCode::Canceled;

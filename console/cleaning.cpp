@@ -91,23 +91,30 @@ void CCleaning::Plan() {
     for (const Row& row : std::views::reverse(m_rows)) Tell("would be: ", row, PlanRepair(EntryOf(row)));
 }
 
-bool CCleaning::Clean(void* cancelEvent) {
-    CUndoRecord undo(MakeUndoFileName());
+bool CCleaning::Clean(const std::string& undoFile, void* cancelEvent) {
+    CUndoRecord undo(undoFile, CUndoRecord::WithoutCopy::IsRefused);
+    bool isCanceled = false;
     for (const Row& row : std::views::reverse(m_rows)) {
-        if (::WaitForSingleObject(cancelEvent, 0) == WAIT_OBJECT_0) {
-            TellUndoFile(undo.FileName());
-            return false;
-        }
-        const Repair repair = RepairEntry(EntryOf(row), undo);
-        Tell("", row, repair);
-        // An entry that went with one before it is no failure.
-        if (!repair && PlanRepair(EntryOf(row))) Refuse(row, "it could not be changed");
+        isCanceled = ::WaitForSingleObject(cancelEvent, 0) == WAIT_OBJECT_0;
+        if (isCanceled || !CleanRow(row, undo)) break;
     }
-    TellUndoFile(undo.FileName());
+    TellUndoFile(undoFile);
+    return !isCanceled;
+}
+
+bool CCleaning::CleanRow(const Row& row, CUndoRecord& undo) {
+    const Repair repair = RepairEntry(EntryOf(row), undo);
+    if (undo.HasFailed()) {
+        Refuse(row, "no copy of it could be written, so neither it nor the rows behind it were cleaned");
+        return false;
+    }
+    Tell("", row, repair);
+    // An entry that went with one before it is no failure.
+    if (!repair && PlanRepair(EntryOf(row))) Refuse(row, "it could not be changed");
     return true;
 }
 
 void CCleaning::TellUndoFile(const std::string& fileName) {
-    if (::GetFileAttributesA(fileName.c_str()) == INVALID_FILE_ATTRIBUTES) return;  // nothing was changed
+    if (DropEmptyUndoFile(fileName)) return;  // nothing was changed
     if (!WriteOutputLine(m_terminal, "Undo file: " + ToUtf8(fileName))) m_hasFailed = true;
 }

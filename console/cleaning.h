@@ -25,15 +25,19 @@ public:
     /// Tells what cleaning would do.
     void Plan();
 
-    /// Cleans from the last row to the first, as the window does, with one line for each.
+    /// Cleans from the last row to the first, as the window does, with one line for each. Stops at the first
+    /// row whose copy cannot be written.
+    /// @param undoFile     full path; there, and empty.
     /// @param cancelEvent  asked before each row; borrowed.
-    /// @return whether it came to the end.
-    [[nodiscard]] bool Clean(void* cancelEvent);
+    /// @return whether it was not canceled.
+    [[nodiscard]] bool Clean(const std::string& undoFile, void* cancelEvent);
 
 private:
     void Accept(const Row& row);
     void Refuse(const Row& row, const std::string& reason);
     void Tell(const char* opening, const Row& row, const Repair& repair);
+    /// @return whether the file goes on growing.
+    bool CleanRow(const Row& row, CUndoRecord& undo);
     void TellUndoFile(const std::string& fileName);
 
     CTerminal& m_terminal;

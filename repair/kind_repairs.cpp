@@ -12,11 +12,11 @@ namespace {
 EntryKey KeyOf(const RepairTarget& target) { return {target.rootName, target.subkeyPath}; }
 
 /// Exports a unit and opens its parent.
-/// @return whether the parent is open.
+/// @return whether the unit may be removed, and its parent is open.
 bool PrepareRemoval(const RepairTarget& target, const std::string& unit, const std::string& parent,
                     CUniqueKey& parentKey) {
-    ExportUnit(target, unit);
-    return OpenForced(target.rootKey, parent, kDeletionAccess, parentKey) == ERROR_SUCCESS;
+    return ExportUnit(target, unit) &&
+           OpenForced(target.rootKey, parent, kDeletionAccess, parentKey) == ERROR_SUCCESS;
 }
 
 bool RemoveTree(const RepairTarget& target, const Unit& unit) {

@@ -39,6 +39,9 @@ public:
     /// branch could not be read; then the file is not touched.
     DWORD ExportKey(const char* fileName, const char* keyText, ExportedLink link = ExportedLink::Followed);
 
+    /// Whether all that was to be written so far has been written.
+    [[nodiscard]] bool IsWhole() const { return m_isWhole; }
+
     /// Appends a block of one key with its default value alone. Failures are passed over, as above.
     void AppendDefaultValue(const char* fileName, const char* keyText, DWORD type,
                             std::span<const unsigned char> data);
@@ -52,4 +55,7 @@ public:
     /// @return 0, 1010 or 1011, as above.
     [[nodiscard]] DWORD OpenKeyByText(const char* keyText, int mode, CUniqueKey& key,
                                       ExportedLink link = ExportedLink::Followed);
+
+private:
+    bool m_isWhole = true;
 };

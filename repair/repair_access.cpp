@@ -8,8 +8,8 @@
 
 namespace {
 
-[[nodiscard]] DWORD Export(const RepairTarget& target, const std::string& path, ExportedLink link) {
-    return target.undo.Export(KeyTextOf(target, path), link);
+bool Export(const RepairTarget& target, const std::string& path, ExportedLink link) {
+    return target.undo.Export(KeyTextOf(target, path), link) == ERROR_SUCCESS || !target.undo.MustCopy();
 }
 
 }  // namespace
@@ -25,15 +25,15 @@ LSTATUS OpenForced(HKEY root, const std::string& path, REGSAM access, CUniqueKey
     return OpenKey(root, path.c_str(), access, key);
 }
 
-void ExportBranch(const RepairTarget& target, const std::string& path) {
-    if (Export(target, path, ExportedLink::Followed) != ERROR_SUCCESS) return;  // the repair goes ahead
+bool ExportBranch(const RepairTarget& target, const std::string& path) {
+    return Export(target, path, ExportedLink::Followed);
 }
 
-void ExportUnit(const RepairTarget& target, const std::string& unit) {
+bool ExportUnit(const RepairTarget& target, const std::string& unit) {
     CUniqueKey key;
     constexpr REGSAM kNeeded = KEY_QUERY_VALUE | kDeletionAccess;
     if (OpenKeyItself(target.rootKey, unit.c_str(), kNeeded, key) == ERROR_ACCESS_DENIED)
         ForceKeyAccess(target.rootKey, unit.c_str());
     key.Reset();
-    if (Export(target, unit, ExportedLink::Itself) != ERROR_SUCCESS) return;  // the repair goes ahead
+    return Export(target, unit, ExportedLink::Itself);
 }

@@ -14,11 +14,11 @@
 /// @param path  below the root; empty: the root itself, which is never taken over.
 [[nodiscard]] LSTATUS OpenForced(HKEY root, const std::string& path, REGSAM access, CUniqueKey& key);
 
-/// Appends what a repair is about to change to the undo file: the key at a path with its whole branch. A
-/// failure does not hold the repair up.
-void ExportBranch(const RepairTarget& target, const std::string& path);
+/// Appends what a repair is about to change to the undo file: the key at a path with its whole branch.
+/// @return whether the repair may go on: always, unless it must have its copy.
+[[nodiscard]] bool ExportBranch(const RepairTarget& target, const std::string& path);
 
 /// The same for a key that is going to be deleted: a link is exported as a link. A key that refuses reading
 /// or deleting is taken over first; once its deletion has been refused it would be too late for a copy, and
 /// the subkeys of the key would stay.
-void ExportUnit(const RepairTarget& target, const std::string& unit);
+[[nodiscard]] bool ExportUnit(const RepairTarget& target, const std::string& unit);

@@ -50,8 +50,7 @@ Repair TryKindsOf(const Entry& entry, const RepairTarget& target, TryKind tryKin
 /// Opens an entry's key for a repair of its values, and exports it.
 bool PrepareChange(const RepairTarget& target, CUniqueKey& key) {
     if (OpenForced(target.rootKey, target.subkeyPath, kAllAccess, key) != ERROR_SUCCESS) return false;
-    ExportBranch(target, target.subkeyPath);
-    return true;
+    return ExportBranch(target, target.subkeyPath);
 }
 
 bool DeleteValue(const RepairTarget& target, const std::string& valueName) {

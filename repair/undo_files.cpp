@@ -25,6 +25,14 @@ bool FileExists(const std::string& path) {
     return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+bool DeleteWithCompanion(const std::string& file) {
+    if (::DeleteFileA(file.c_str()) == FALSE) return false;
+    // After the file: without its companion, it would be replayed unread.
+    const std::string companion = CompanionName(file);
+    if (!companion.empty()) ::DeleteFileA(companion.c_str());
+    return true;
+}
+
 }  // namespace
 
 std::string UndoFolder() { return ProgramFolder() + "\\Undo"; }
@@ -34,8 +42,34 @@ std::string MakeUndoFileName() {
     return UndoFilePath(LocalTimeName() + kUndoFileEnding);
 }
 
+std::optional<std::string> ClaimUndoFile() {
+    constexpr int kTries = 40;         // more than two names' time
+    constexpr DWORD kTryPeriod = 100;  // milliseconds
+    for (int left = kTries; left > 0; --left) {
+        const std::string fileName = MakeUndoFileName();
+        const CUniqueFile file(::CreateFileA(fileName.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                             FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (file) {
+            // One that was left over, of a file that is gone, would allow more than this one's branches.
+            ::DeleteFileA(CompanionName(fileName).c_str());
+            return fileName;
+        }
+        if (::GetLastError() != ERROR_FILE_EXISTS) return std::nullopt;
+        ::Sleep(kTryPeriod);
+    }
+    return std::nullopt;
+}
+
+bool DropEmptyUndoFile(const std::string& fileName) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (::GetFileAttributesExA(fileName.c_str(), GetFileExInfoStandard, &data) == FALSE) return true;
+    return data.nFileSizeHigh == 0 && data.nFileSizeLow == 0 && DeleteWithCompanion(fileName);
+}
+
 std::vector<std::string> FindUndoFiles() {
     std::vector<std::string> names;
+    // Beside a program that does not know where it is would be the root of a drive.
+    if (ProgramFolder().empty()) return names;
     WIN32_FIND_DATAA entry;
     const CUniqueFind search(::FindFirstFileA(UndoFilePath("*.reg").c_str(), &entry));
     if (!search) return names;
@@ -45,14 +79,7 @@ std::vector<std::string> FindUndoFiles() {
     return names;
 }
 
-bool DeleteUndoFile(const std::string& name) {
-    const std::string file = UndoFilePath(name);
-    if (::DeleteFileA(file.c_str()) == FALSE) return false;
-    // After the file: without its companion, it would be replayed unread.
-    const std::string companion = CompanionName(file);
-    if (!companion.empty()) ::DeleteFileA(companion.c_str());
-    return true;
-}
+bool DeleteUndoFile(const std::string& name) { return DeleteWithCompanion(UndoFilePath(name)); }
 
 bool ReplayUndoFile(const std::string& name) {
     const std::string editor = RegistryEditor();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,14 @@
 /// Names a new undo file by the local time and makes its folder; the file itself is made by the first export.
 /// @return the full path, as in "D:\Tools\Undo\2009.05.14.16.03.27.reg".
 [[nodiscard]] std::string MakeUndoFileName();
+
+/// Makes an undo file of its own, empty, for a command that changes nothing without one. Names are a second
+/// apart; one that is taken is waited out.
+/// @return the full path; nothing where no file can be made and written.
+[[nodiscard]] std::optional<std::string> ClaimUndoFile();
+
+/// Deletes an undo file that was claimed, if nothing has been written into it. @return whether it is gone.
+[[nodiscard]] bool DropEmptyUndoFile(const std::string& fileName);
 
 /// The names of the undo files that are there, without folder, in the order of the file search.
 [[nodiscard]] std::vector<std::string> FindUndoFiles();

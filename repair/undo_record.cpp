@@ -13,6 +13,21 @@ bool MayContain(const std::wstring& branch, const std::wstring& key) {
     return key.size() == branch.size() || key[branch.size()] == L'\\';
 }
 
+/// A file's size in bytes; 0 where there is none.
+LONGLONG FileSize(const std::string& fileName) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (::GetFileAttributesExA(fileName.c_str(), GetFileExInfoStandard, &data) == FALSE) return 0;
+    return static_cast<LONGLONG>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
+}
+
+void CutFile(const std::string& fileName, LONGLONG size) {
+    const CUniqueFile file(::CreateFileA(fileName.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                         FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER end{};
+    end.QuadPart = size;
+    if (file && ::SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) != FALSE) ::SetEndOfFile(file.Get());
+}
+
 }  // namespace
 
 DWORD CUndoRecord::Export(const std::string& keyText, ExportedLink link) {
@@ -20,16 +35,25 @@ DWORD CUndoRecord::Export(const std::string& keyText, ExportedLink link) {
     CUniqueKey key;
     const DWORD opened = file.OpenKeyByText(keyText.c_str(), CRegFile::kReadMode, key, link);
     if (opened != ERROR_SUCCESS) return opened;
+    const LONGLONG size = MustCopy() ? FileSize(m_fileName) : 0;
+    Append(file, key.Get(), keyText, link);
+    if (!MustCopy() || file.IsWhole()) return ERROR_SUCCESS;
+    // Part of an export would keep all of the file from being replayed.
+    CutFile(m_fileName, size);
+    m_hasFailed = true;
+    return ERROR_WRITE_FAULT;
+}
+
+void CUndoRecord::Append(CRegFile& file, HKEY key, const std::string& keyText, ExportedLink link) {
     ListBranch(keyText);
-    const DWORD result = file.ExportKey(m_fileName.c_str(), keyText.c_str(), link);
-    if (result != ERROR_SUCCESS || m_emptied.empty()) return result;
-    const std::wstring branch = KeyObjectName(key.Get());
+    (void)file.ExportKey(m_fileName.c_str(), keyText.c_str(), link);
+    if (m_emptied.empty()) return;
+    const std::wstring branch = KeyObjectName(key);
     for (const Emptied& emptied : m_emptied) {
         if (!MayContain(branch, emptied.objectName)) continue;
         ListBranch(emptied.keyText);
         file.AppendDefaultValue(m_fileName.c_str(), emptied.keyText.c_str(), emptied.type, emptied.data);
     }
-    return result;
 }
 
 void CUndoRecord::ListBranch(const std::string& keyText) {

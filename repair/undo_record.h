@@ -15,13 +15,24 @@
 /// was before. The branches are listed in the undo file's companion, each before its first picture is taken.
 class CUndoRecord {
 public:
+    /// What becomes of a repair whose export cannot be written, or its key not be read for it.
+    enum class WithoutCopy { GoesAhead, IsRefused };
+
     /// @param fileName  full path of the undo file, which the first export makes.
-    explicit CUndoRecord(std::string fileName) : m_fileName(std::move(fileName)) {}
+    explicit CUndoRecord(std::string fileName, WithoutCopy withoutCopy = WithoutCopy::GoesAhead)
+        : m_fileName(std::move(fileName)), m_withoutCopy(withoutCopy) {}
 
     [[nodiscard]] const std::string& FileName() const { return m_fileName; }
 
-    /// Appends a branch. @return as CRegFile::ExportKey.
+    /// Appends a branch.
+    /// @return as CRegFile::ExportKey; ERROR_WRITE_FAULT where a repair must have its copy and that could not
+    /// be written whole: the file is then as it was.
     DWORD Export(const std::string& keyText, ExportedLink link);
+
+    /// Whether a repair is to be left when its export fails.
+    [[nodiscard]] bool MustCopy() const { return m_withoutCopy == WithoutCopy::IsRefused; }
+    /// Whether a copy that had to be written could not be.
+    [[nodiscard]] bool HasFailed() const { return m_hasFailed; }
 
     /// Call before a key's default value is emptied, when its export is written.
     /// @param key  open for reading values; borrowed.
@@ -36,8 +47,11 @@ private:
     };
 
     void ListBranch(const std::string& keyText);
+    void Append(CRegFile& file, HKEY key, const std::string& keyText, ExportedLink link);
 
     std::string m_fileName;
+    WithoutCopy m_withoutCopy;
+    bool m_hasFailed = false;
     std::unordered_set<std::string> m_listed;
     std::vector<Emptied> m_emptied;
 };

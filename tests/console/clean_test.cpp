@@ -53,6 +53,12 @@ FARPROC Address(decltype(&::RegDeleteValueA) function) {
 
 LSTATUS WINAPI RefuseToDelete(HKEY, LPCSTR) { return ERROR_WRITE_PROTECT; }
 
+BOOL WINAPI RefuseToWrite(HANDLE, LPCVOID, DWORD, LPDWORD written, LPOVERLAPPED) {
+    *written = 0;
+    ::SetLastError(ERROR_DISK_FULL);
+    return FALSE;
+}
+
 LSTATUS WINAPI DeleteAndInterrupt(HKEY key, LPCSTR name) {
     CHECK(Interrupt());
     return ::RegDeleteValueW(key, std::wstring(name, name + ::lstrlenA(name)).c_str());
@@ -203,6 +209,18 @@ TEST_CASE_FIXTURE(CleanBench, "nothing is cleaned where no undo file can be writ
     CHECK(terminal.output.empty());
     CHECK(modules.Has(kFirst));
     CHECK(modules.Has(kSecond));
+}
+
+TEST_CASE_FIXTURE(CleanBench, "a row of which no copy can be written is not cleaned, nor any behind it") {
+    {
+        const CCallHook hook("WriteFile", reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&RefuseToWrite)));
+        CHECK((CleanAll() == ExitCode::Failed));
+    }
+    CHECK(terminal.error == "not cleaned: " + CSharedModules::EntryOf(kSecond) +
+                                ": no copy of it could be written, so neither it nor the rows behind it were "
+                                "cleaned\n");
+    CHECK(terminal.output.empty());
+    CheckNothingChanged();
 }
 
 TEST_CASE_FIXTURE(CleanBench, "Ctrl+C during the analysis leaves everything as it is") {

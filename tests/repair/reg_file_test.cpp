@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include "tests/support/call_hook.h"
 #include "tests/support/file_text.h"
 #include "tests/support/native_calls.h"
 #include "tests/support/scratch_folder.h"
@@ -273,4 +274,51 @@ TEST_CASE("without a key the whole of the machine and of all users is written, i
     CHECK(text.find("[HKEY_LOCAL_MACHINE", users) == std::string::npos);
     CHECK(text.find("\r\n[HKEY_USERS\\") > users);
     CHECK(text.ends_with("\r\n\r\n"));
+}
+
+namespace {
+
+long g_sizesAsked = 0;
+LSTATUS g_sizeAnswer = ERROR_SUCCESS;
+
+/// Tells too few values and subkeys.
+LSTATUS WINAPI TellNone(HKEY, LPSTR, LPDWORD, LPDWORD, LPDWORD subkeys, LPDWORD, LPDWORD, LPDWORD values,
+                        LPDWORD, LPDWORD, LPDWORD, PFILETIME) {
+    ++g_sizesAsked;
+    *subkeys = *values = 0;
+    return g_sizeAnswer;
+}
+
+/// Exports a key of a root while the system tells too few.
+std::string TextWithoutSizes(HKEY root, LSTATUS answer) {
+    CScratchKey key(root);
+    SetText(key.Add("below"), "v", "x");
+    const CScratchFolder folder;
+    const std::string file = folder.Path() + "\\out.reg";
+    g_sizesAsked = 0;
+    g_sizeAnswer = answer;
+    const CCallHook hook("RegQueryInfoKeyA", reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&TellNone)));
+    CHECK(CRegFile().ExportKey(file.c_str(), key.Path().substr(1).c_str()) == 0);
+    return FileText(file);
+}
+
+}  // namespace
+
+TEST_CASE("a key whose size the system does not tell is exported to its end") {
+    CHECK(TextWithoutSizes(HKEY_CURRENT_USER, ERROR_ACCESS_DENIED).find(R"("v"="x")") != std::string::npos);
+    CHECK(g_sizesAsked == 2);
+}
+
+TEST_CASE("below the merged root of the classes, what the system tells of sizes does not count") {
+    CHECK(TextWithoutSizes(HKEY_CLASSES_ROOT, ERROR_SUCCESS).find(R"("v"="x")") != std::string::npos);
+    CHECK(g_sizesAsked == 0);
+}
+
+TEST_CASE("a hidden value whose name begins with a zero byte does not come out as the default value") {
+    CExportBench bench;
+    SetText(bench.Key().Get(), "", "default");
+    REQUIRE(SetTextByCountedName(bench.Key().Get(), std::wstring(L"\0x", 2), L"hidden"));
+    SetText(bench.Key().Get(), "z", "last");
+    CHECK(bench.Export() == 0);
+    CHECK(bench.Text() == kHeader + std::string("[~]\r\n@=\"default\"\r\n\"z\"=\"last\"\r\n\r\n"));
 }
