@@ -15,6 +15,7 @@
 #include "benchmark/programs.h"
 #include "benchmark/registry_maker.h"
 #include "benchmark/report.h"
+#include "benchmark/row_comparison.h"
 #include "benchmark/series.h"
 #include "benchmark/walks.h"
 #include "framework/app.h"
@@ -23,7 +24,8 @@
 namespace {
 
 constexpr double kKeys = 100'000;
-const std::vector<std::string> kGroups = {"growth", "scan", "analysis", "export", "list", "start", "counts"};
+const std::vector<std::string> kGroups = {"growth", "scan",  "analysis", "export",
+                                          "list",   "start", "counts",   "rows"};
 
 struct Options {
     double scale = 1;
@@ -53,6 +55,7 @@ public:
             if (IsWanted("start")) Add("start", TimeStart());
         }
         if (IsWanted("list")) MeasureCleaning();
+        if (IsWanted("rows")) Tell("Rows are equal: " + CompareRows());
         if (IsWanted("counts")) {
             m_report.counts = CountDeepScan();
             m_report.counts.merge(CountAnalysis());
