@@ -129,16 +129,21 @@ private:
     }
 
     void AddRestart(CLI::App* command) {
+        // As text: an enumeration would be taken as its number, too.
         command->add_option("--restart", m_restart, "Restart the system afterwards: never, ask or now")
-            ->transform(CLI::CheckedTransformer(std::map<std::string, Restart>{
-                {"never", Restart::Never}, {"ask", Restart::Ask}, {"now", Restart::Now}}))
+            ->check(CLI::IsMember({"never", "ask", "now"}))
             ->type_name("WHEN");
+    }
+
+    [[nodiscard]] Restart WhenToRestart() const {
+        if (m_restart == "now") return Restart::Now;
+        return m_restart == "ask" ? Restart::Ask : Restart::Never;
     }
 
     void AddBackup() {
         CLI::App* backup = m_app.add_subcommand("backup", "Save the hives of the registry");
         AddRestart(backup);
-        Run(backup, [this] { return RunBackup(m_terminal, m_restart); });
+        Run(backup, [this] { return RunBackup(m_terminal, WhenToRestart()); });
     }
 
     void AddRestore() {
@@ -148,7 +153,7 @@ private:
         CLI::App* apply = restore->add_subcommand("apply", "Have the system start with the hives of one");
         apply->add_option("name", m_name, "As in the list")->required();
         AddRestart(apply);
-        Run(apply, [this] { return RunRestoreApply(m_terminal, m_name, m_restart); });
+        Run(apply, [this] { return RunRestoreApply(m_terminal, m_name, WhenToRestart()); });
         CLI::App* remove = restore->add_subcommand("delete", "Delete some of them");
         remove->add_option("name", m_names, "As in the list")->required();
         Run(remove, [this] { return RunRestoreDelete(m_terminal, m_names); });
@@ -157,7 +162,7 @@ private:
     void AddCompact() {
         CLI::App* compact = m_app.add_subcommand("compact", "Compact the hives of the registry");
         AddRestart(compact);
-        Run(compact, [this] { return RunCompact(m_terminal, m_restart); });
+        Run(compact, [this] { return RunCompact(m_terminal, WhenToRestart()); });
     }
 
     CTerminal& m_terminal;
@@ -169,7 +174,7 @@ private:
     std::string m_format = "text";
     std::string m_name;
     Names m_names;
-    Restart m_restart = Restart::Never;
+    std::string m_restart = "never";
     bool m_all = false;
 };
 

@@ -31,7 +31,11 @@ TEST_CASE("a wrong command line is told on standard error, and nothing is done")
         {"restore"},
         {"restore", "apply"},
         {"restore", "apply", "x", "--restart", "later"},
+        {"restore", "apply", "x", "--restart", "1"},
         {"backup", "--restart"},
+        {"backup", "--restart", "2"},
+        {"backup", "--restart", "NOW"},
+        {"compact", "--restart", "2"},
         {"compact", "now"},
     };
     CConsoleBench bench;
@@ -43,6 +47,7 @@ TEST_CASE("a wrong command line is told on standard error, and nothing is done")
     }
     CHECK(bench.actions.asked.empty());
     CHECK(bench.actions.saves.empty());
+    CHECK(bench.actions.restarts == 0);
 }
 
 TEST_CASE("an unknown check is named, with where to find the others") {
