@@ -26,9 +26,12 @@ std::optional<FoundRows> FindRows(CTerminal& terminal, const RowChoice& choice) 
         CProgressLine line(terminal);
         CAnalysisWindow analysis([&line](const Progress& progress) { line.Show(progress); });
         const CCheckSelection selection(choice.only, choice.skip);
-        const CCancelable cancelable(analysis.CancelEvent());
-        end = analysis.Run(&selection);
-        // A cancel that comes behind the last key is one all the same.
+        {
+            const CCancelable cancelable(analysis.CancelEvent());
+            end = analysis.Run(&selection);
+        }
+        // A cancel that comes behind the last key is one all the same. Asked here, where no further one can
+        // set the event: it would be lost.
         found.isComplete = end == End::Done && !analysis.IsCanceled();
         found.rows = analysis.Rows();
     }
