@@ -82,5 +82,5 @@ ExitCode RunChecks(CTerminal& terminal) {
     std::vector<std::vector<std::string>> lines{{"NAME", "AREA", "ROWS"}};
     for (const Check& check : AllChecks()) lines.push_back({check.name, check.area, check.meaning});
     const std::string table = TextTable(lines, terminal.OutputWidth().value_or(kAnyWidth));
-    return terminal.WriteOutput(table) ? ExitCode::Done : ExitCode::Failed;
+    return WriteOutputText(terminal, table) ? ExitCode::Done : ExitCode::Failed;
 }

@@ -57,7 +57,7 @@ private:
         "4 rights missing; 130 canceled.";
 
     ExitCode Print(const std::string& text) {
-        return m_terminal.WriteOutput(ToUtf8(text)) ? ExitCode::Done : ExitCode::Failed;
+        return WriteOutputText(m_terminal, ToUtf8(text)) ? ExitCode::Done : ExitCode::Failed;
     }
 
     void Run(CLI::App* command, std::function<ExitCode()> run) {

@@ -29,6 +29,16 @@ TEST_CASE_FIXTURE(UndoBench, "undo files are listed with their dates") {
           "aname.reg\n");
     terminal.refusesOutput = true;
     CHECK((Run({"undo", "list"}) == ExitCode::Failed));
+    CHECK(terminal.error == "Standard output cannot be written.\n");
+}
+
+TEST_CASE_FIXTURE(UndoBench, "what standard output refuses is told on standard error") {
+    terminal.refusesOutput = true;
+    CHECK((Run({"undo", "replay", kFile}) == ExitCode::Failed));
+    CHECK(terminal.error == std::string("Standard output cannot be written: replayed: ") + kFile + "\n");
+    CHECK((Run({"undo", "delete", kFile}) == ExitCode::Failed));
+    CHECK(terminal.error == std::string("Standard output cannot be written: deleted: ") + kFile + "\n");
+    CHECK(undo.Files().size() == 1);
 }
 
 TEST_CASE("without undo files the list is empty") {

@@ -107,7 +107,10 @@ TEST_CASE("the checks are listed once each, with name, area and meaning") {
     }
     CHECK(names.size() == 45);
     bench.terminal.refusesOutput = true;
-    CHECK((bench.Run({"checks"}) == ExitCode::Failed));
+    for (const char* command : {"checks", "--help", "--version"}) {
+        CHECK((bench.Run({command}) == ExitCode::Failed));
+        CHECK(bench.terminal.error == "Standard output cannot be written.\n");
+    }
 }
 
 TEST_CASE("without administrator rights nothing is read and nothing changed") {
