@@ -10,6 +10,12 @@ namespace {
 
 constexpr DWORD kChunk = 8192;  // more characters at once are refused by consoles of old systems
 
+/// Whether a stream is a pipe at whose other end somebody may still write. One who writes nothing, which is
+/// no end, has a read return with nothing.
+bool IsOpenPipe(HANDLE stream) {
+    return ::PeekNamedPipe(stream, nullptr, 0, nullptr, nullptr, nullptr) != FALSE;
+}
+
 bool IsConsole(HANDLE stream) {
     DWORD mode = 0;
     return ::GetConsoleMode(stream, &mode) != FALSE;
@@ -73,7 +79,7 @@ std::optional<std::string> CSystemTerminal::ReadInput() {
             // The other end of a pipe is closed: that is its end.
             return ::GetLastError() == ERROR_BROKEN_PIPE ? std::optional(text) : std::nullopt;
         }
-        if (read == 0) return text;
+        if (read == 0 && !IsOpenPipe(m_input)) return text;
         text.append(chunk, read);
     }
 }
