@@ -181,5 +181,11 @@ private:
 }  // namespace
 
 ExitCode RunConsole(int count, const char* const* arguments, CTerminal& terminal) {
-    return CCommandLine(terminal).Parse(count, arguments);
+    try {
+        return CCommandLine(terminal).Parse(count, arguments);
+    } catch (const std::exception& error) {
+        // Memory that has run out, for one. Unhandled, it would bring up a box that no script can close.
+        WriteErrorLine(terminal, std::string("The program has failed: ") + error.what());
+        return ExitCode::Failed;
+    }
 }

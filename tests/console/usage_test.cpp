@@ -57,6 +57,14 @@ TEST_CASE("an unknown check is named, with where to find the others") {
           "--only: no check is named no-such-check; the command \"checks\" lists them");
 }
 
+TEST_CASE("a failure that no command foresees is told in one line, and by the exit code") {
+    CConsoleBench bench;
+    bench.terminal.onReadInput = [] { throw std::bad_alloc(); };
+    CHECK((bench.Run({"clean", "--rows", "-", "--yes"}) == ExitCode::Failed));
+    CHECK(bench.terminal.output.empty());
+    CHECK(bench.terminal.error == "The program has failed: std::bad_alloc\n");
+}
+
 TEST_CASE("each command tells of its options, and of the exit codes") {
     const Line commands[] = {{},
                              {"analyze"},
