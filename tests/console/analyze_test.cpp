@@ -120,11 +120,31 @@ TEST_CASE_FIXTURE(AnalyzeBench,
 TEST_CASE_FIXTURE(AnalyzeBench, "a place that cannot be written is told before the analysis") {
     const CScratchFolder folder;
     terminal.errorWidth = 80;
-    for (const std::string& file : {folder.Path() + "\\none\\rows.csv", folder.Path()}) {
+    const std::string locked = folder.Path() + "\\locked.csv";
+    WriteFileText(locked, "former");
+    ::SetFileAttributesA(locked.c_str(), FILE_ATTRIBUTE_READONLY);
+    for (const std::string& file : {folder.Path() + "\\none\\rows.csv", folder.Path(), locked}) {
         CHECK((Analyze({"--output", file}) == ExitCode::Failed));
         CHECK(terminal.error == file + " cannot be written.\n");
+        CHECK_FALSE(Exists(file + ".partial"));
     }
-    CHECK_FALSE(Exists(folder.Path() + ".partial"));
+    CHECK(FileText(locked) == "former");
+    ::SetFileAttributesA(locked.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_CASE_FIXTURE(AnalyzeBench, "rows whose file cannot be replaced stay beside it, and are named") {
+    const CScratchFolder folder;
+    const std::string file = folder.Path() + "\\rows.csv";
+    WriteFileText(file, "former");
+    {
+        const CUniqueFile held(::CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        REQUIRE(static_cast<bool>(held));
+        CHECK((Analyze({"--format", "csv", "--output", file}) == ExitCode::Failed));
+    }
+    CHECK(terminal.error == file + " cannot be replaced; the rows are in " + file + ".partial.\n");
+    CHECK(FileText(file) == "former");
+    CHECK(RowsIn(FileText(file + ".partial")).size() == 2);
 }
 
 TEST_CASE_FIXTURE(AnalyzeBench, "rows that cannot be written are a failure") {
