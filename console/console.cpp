@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <memory>
+#include <span>
 
 #include "console/check_selection.h"
 #include "console/code_page.h"
@@ -38,6 +39,7 @@ public:
 
     ExitCode Parse(int count, const char* const* arguments) {
         try {
+            RefuseLists(std::span(arguments, static_cast<std::size_t>(count)));
             m_app.parse(count, arguments);
         } catch (const CLI::CallForHelp&) {
             return Print(m_app.help());
@@ -55,6 +57,19 @@ private:
     static constexpr char kExitCodes[] =
         "Exit codes: 0 done, and nothing found; 1 rows found; 2 wrong usage; 3 failed;\n"
         "4 rights missing; 130 canceled.";
+
+    /// The parser takes "[a,b]" for a list of names and drops the brackets, so that another thing would be
+    /// named than the one in brackets.
+    static void RefuseLists(std::span<const char* const> arguments) {
+        for (std::string_view argument : arguments) {
+            const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
+            if (equals != std::string::npos) argument.remove_prefix(equals + 1);
+            if (argument.starts_with('[') && argument.ends_with(']'))
+                throw CLI::ValidationError(
+                    std::string(argument),
+                    "a value that stands in square brackets as a whole cannot be given");
+        }
+    }
 
     ExitCode Print(const std::string& text) {
         return WriteOutputText(m_terminal, ToUtf8(text)) ? ExitCode::Done : ExitCode::Failed;

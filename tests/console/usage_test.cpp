@@ -37,6 +37,10 @@ TEST_CASE("a wrong command line is told on standard error, and nothing is done")
         {"backup", "--restart", "NOW"},
         {"compact", "--restart", "2"},
         {"compact", "now"},
+        {"restore", "delete", "[old]"},
+        {"undo", "delete", "[a.reg,b.reg]"},
+        {"analyze", "--exclude", "[a]"},
+        {"analyze", "--exclude=[a]"},
     };
     CConsoleBench bench;
     for (const Line& line : lines) {
