@@ -35,6 +35,9 @@ struct AnalysisChannel {
     HANDLE hCancelEvent = nullptr;  // borrowed from the view
 };
 
+/// The text of a slot.
+[[nodiscard]] inline const char* OrEmpty(const char* slot) { return slot != nullptr ? slot : ""; }
+
 /// The process's one channel; one worker at a time uses it.
 extern AnalysisChannel g_analysisChannel;
 

@@ -2,14 +2,9 @@
 
 #include "analysis/parameter.h"
 
-namespace {
-
-std::string OrEmpty(const char* text) { return text != nullptr ? text : ""; }
-
-}  // namespace
-
-CAnalysisWindow::CAnalysisWindow(std::function<void(const Progress&)> progress)
-    : m_progress(std::move(progress)) {}
+CAnalysisWindow::CAnalysisWindow(std::function<void(const Progress&)> progress,
+                                 std::function<bool(const Row&)> isWanted)
+    : m_progress(std::move(progress)), m_isWanted(std::move(isWanted)) {}
 
 CAnalysisWindow::End CAnalysisWindow::Run(const CCheckChoice* choice) {
     m_rows.clear();
@@ -38,15 +33,14 @@ LRESULT CAnalysisWindow::OnAnalysisMessage(WPARAM, LPARAM) {
 
 void CAnalysisWindow::TakeRow(const AnalysisChannel& channel, const AnalysisContext& context) {
     if (IsCanceled()) return;
-    m_rows.push_back({OrEmpty(channel.pszInvalidKey), OrEmpty(channel.pszWriteTime),
-                      OrEmpty(channel.pszValueName), OrEmpty(channel.pszDataReference),
-                      OrEmpty(context.pszCheck), OrEmpty(context.pszReason)});
+    Row row{OrEmpty(channel.pszInvalidKey),    OrEmpty(channel.pszWriteTime), OrEmpty(channel.pszValueName),
+            OrEmpty(channel.pszDataReference), OrEmpty(context.pszCheck),     OrEmpty(context.pszReason)};
+    if (!m_isWanted || m_isWanted(row)) m_rows.push_back(std::move(row));
 }
 
 void CAnalysisWindow::TakeProgress(const char* keyPath) {
     if (!m_progress) return;
-    m_progress({m_analysis.Stage(), m_rows.size(), keyPath != nullptr ? keyPath : "",
-                ::GetTickCount() - m_startedAt});
+    m_progress({m_analysis.Stage(), m_rows.size(), OrEmpty(keyPath), ::GetTickCount() - m_startedAt});
 }
 
 void CAnalysisWindow::TakeDone() {

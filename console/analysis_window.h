@@ -22,7 +22,9 @@ public:
     enum class End { Done, Canceled, Failed };
 
     /// @param progress  told for every key that is examined; may be empty.
-    explicit CAnalysisWindow(std::function<void(const Progress&)> progress);
+    /// @param isWanted  whether a row is kept; may be empty: all are.
+    explicit CAnalysisWindow(std::function<void(const Progress&)> progress,
+                             std::function<bool(const Row&)> isWanted = nullptr);
 
     /// Runs an analysis to its end.
     /// @param choice  the checks that run; null: all.
@@ -50,6 +52,7 @@ private:
 
     CAnalysisRun m_analysis{*this};
     std::function<void(const Progress&)> m_progress;
+    std::function<bool(const Row&)> m_isWanted;
     std::vector<Row> m_rows;
     DWORD m_startedAt = 0;  // milliseconds of the system's tick count
     bool m_hasEnded = false;

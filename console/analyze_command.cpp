@@ -49,6 +49,19 @@ std::string TextOf(const FoundRows& found, const AnalyzeOptions& options, std::o
     return RowTable(found.rows, isCut ? *width : kAnyWidth);
 }
 
+/// Writes the rows to where they are wanted. @return false when they are not all there, which is told then.
+bool PutOut(CTerminal& terminal, const std::string& text, const AnalyzeOptions& options, COutputFile& file) {
+    using End = COutputFile::End;
+    const End end = !options.output.empty()      ? file.Finish(text)
+                    : terminal.WriteOutput(text) ? End::InPlace
+                                                 : End::Deleted;
+    if (end == End::Beside)
+        WriteErrorLine(terminal, ToUtf8(options.output) + " cannot be replaced; the rows are in " +
+                                     ToUtf8(file.PartialPath()) + ".");
+    if (end == End::Deleted) WriteErrorLine(terminal, "The rows could not all be written.");
+    return end == End::InPlace;
+}
+
 std::string FoundText(const FoundRows& found) {
     const std::string count = found.rows.empty() ? "No invalid entry"
                               : found.rows.size() == 1
@@ -69,10 +82,7 @@ ExitCode RunAnalyze(CTerminal& terminal, const AnalyzeOptions& options) {
     const std::optional<FoundRows> found = FindRows(terminal, options.choice);
     if (!found.has_value()) return ExitCode::Failed;
     const std::string text = TextOf(*found, options, terminal.OutputWidth());
-    if (!(options.output.empty() ? terminal.WriteOutput(text) : file.Finish(text))) {
-        WriteErrorLine(terminal, "The rows could not all be written.");
-        return ExitCode::Failed;
-    }
+    if (!PutOut(terminal, text, options, file)) return ExitCode::Failed;
     WriteErrorLine(terminal, FoundText(*found));
     if (!found->isComplete) return ExitCode::Canceled;
     return found->rows.empty() ? ExitCode::Done : ExitCode::RowsFound;
@@ -82,5 +92,5 @@ ExitCode RunChecks(CTerminal& terminal) {
     std::vector<std::vector<std::string>> lines{{"NAME", "AREA", "ROWS"}};
     for (const Check& check : AllChecks()) lines.push_back({check.name, check.area, check.meaning});
     const std::string table = TextTable(lines, terminal.OutputWidth().value_or(kAnyWidth));
-    return terminal.WriteOutput(table) ? ExitCode::Done : ExitCode::Failed;
+    return WriteOutputText(terminal, table) ? ExitCode::Done : ExitCode::Failed;
 }

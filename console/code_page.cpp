@@ -57,6 +57,8 @@ std::string ToUtf8(std::string_view text) {
     return Encode(CP_UTF8, wide);
 }
 
+bool IsUtf8(std::string_view text) { return text.empty() || Decode(CP_UTF8, text).has_value(); }
+
 std::optional<std::string> FromUtf8(std::string_view utf8) {
     if (utf8.empty()) return std::string();
     const std::optional<std::wstring> wide = Decode(CP_UTF8, utf8);

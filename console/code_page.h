@@ -9,6 +9,8 @@
 /// last seven bits of which is the byte.
 [[nodiscard]] std::string ToUtf8(std::string_view text);
 
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
 /// Turns UTF-8 into a text of the system code page. @return nothing for what is not valid UTF-8, and for a
 /// character that the code page does not have.
 [[nodiscard]] std::optional<std::string> FromUtf8(std::string_view utf8);

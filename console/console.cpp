@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <memory>
+#include <span>
 
 #include "console/check_selection.h"
 #include "console/code_page.h"
@@ -38,6 +39,7 @@ public:
 
     ExitCode Parse(int count, const char* const* arguments) {
         try {
+            RefuseLists(std::span(arguments, static_cast<std::size_t>(count)));
             m_app.parse(count, arguments);
         } catch (const CLI::CallForHelp&) {
             return Print(m_app.help());
@@ -56,8 +58,21 @@ private:
         "Exit codes: 0 done, and nothing found; 1 rows found; 2 wrong usage; 3 failed;\n"
         "4 rights missing; 130 canceled.";
 
+    /// The parser takes "[a,b]" for a list of names and drops the brackets, so that another thing would be
+    /// named than the one in brackets.
+    static void RefuseLists(std::span<const char* const> arguments) {
+        for (std::string_view argument : arguments) {
+            const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
+            if (equals != std::string::npos) argument.remove_prefix(equals + 1);
+            if (argument.starts_with('[') && argument.ends_with(']'))
+                throw CLI::ValidationError(
+                    std::string(argument),
+                    "a value that stands in square brackets as a whole cannot be given");
+        }
+    }
+
     ExitCode Print(const std::string& text) {
-        return m_terminal.WriteOutput(ToUtf8(text)) ? ExitCode::Done : ExitCode::Failed;
+        return WriteOutputText(m_terminal, ToUtf8(text)) ? ExitCode::Done : ExitCode::Failed;
     }
 
     void Run(CLI::App* command, std::function<ExitCode()> run) {
@@ -129,16 +144,21 @@ private:
     }
 
     void AddRestart(CLI::App* command) {
+        // As text: an enumeration would be taken as its number, too.
         command->add_option("--restart", m_restart, "Restart the system afterwards: never, ask or now")
-            ->transform(CLI::CheckedTransformer(std::map<std::string, Restart>{
-                {"never", Restart::Never}, {"ask", Restart::Ask}, {"now", Restart::Now}}))
+            ->check(CLI::IsMember({"never", "ask", "now"}))
             ->type_name("WHEN");
+    }
+
+    [[nodiscard]] Restart WhenToRestart() const {
+        if (m_restart == "now") return Restart::Now;
+        return m_restart == "ask" ? Restart::Ask : Restart::Never;
     }
 
     void AddBackup() {
         CLI::App* backup = m_app.add_subcommand("backup", "Save the hives of the registry");
         AddRestart(backup);
-        Run(backup, [this] { return RunBackup(m_terminal, m_restart); });
+        Run(backup, [this] { return RunBackup(m_terminal, WhenToRestart()); });
     }
 
     void AddRestore() {
@@ -148,7 +168,7 @@ private:
         CLI::App* apply = restore->add_subcommand("apply", "Have the system start with the hives of one");
         apply->add_option("name", m_name, "As in the list")->required();
         AddRestart(apply);
-        Run(apply, [this] { return RunRestoreApply(m_terminal, m_name, m_restart); });
+        Run(apply, [this] { return RunRestoreApply(m_terminal, m_name, WhenToRestart()); });
         CLI::App* remove = restore->add_subcommand("delete", "Delete some of them");
         remove->add_option("name", m_names, "As in the list")->required();
         Run(remove, [this] { return RunRestoreDelete(m_terminal, m_names); });
@@ -157,7 +177,7 @@ private:
     void AddCompact() {
         CLI::App* compact = m_app.add_subcommand("compact", "Compact the hives of the registry");
         AddRestart(compact);
-        Run(compact, [this] { return RunCompact(m_terminal, m_restart); });
+        Run(compact, [this] { return RunCompact(m_terminal, WhenToRestart()); });
     }
 
     CTerminal& m_terminal;
@@ -169,12 +189,18 @@ private:
     std::string m_format = "text";
     std::string m_name;
     Names m_names;
-    Restart m_restart = Restart::Never;
+    std::string m_restart = "never";
     bool m_all = false;
 };
 
 }  // namespace
 
 ExitCode RunConsole(int count, const char* const* arguments, CTerminal& terminal) {
-    return CCommandLine(terminal).Parse(count, arguments);
+    try {
+        return CCommandLine(terminal).Parse(count, arguments);
+    } catch (const std::exception& error) {
+        // Memory that has run out, for one. Unhandled, it would bring up a box that no script can close.
+        WriteErrorLine(terminal, std::string("The program has failed: ") + error.what());
+        return ExitCode::Failed;
+    }
 }

@@ -11,7 +11,7 @@ ExitCode ListNames(CTerminal& terminal, const DatedNames& names) {
     std::vector<std::vector<std::string>> lines;
     for (const std::string& name : names.find())
         lines.push_back({Printable(ToUtf8(name)), Printable(ToUtf8(names.date(name).value_or("")))});
-    return terminal.WriteOutput(TextTable(lines, kAnyWidth)) ? ExitCode::Done : ExitCode::Failed;
+    return WriteOutputText(terminal, TextTable(lines, kAnyWidth)) ? ExitCode::Done : ExitCode::Failed;
 }
 
 bool IsName(CTerminal& terminal, const DatedNames& names, const std::string& name) {

@@ -24,11 +24,15 @@ std::optional<FoundRows> FindRows(CTerminal& terminal, const RowChoice& choice) 
     FoundRows found;
     {
         CProgressLine line(terminal);
-        CAnalysisWindow analysis([&line](const Progress& progress) { line.Show(progress); });
+        CAnalysisWindow analysis([&line](const Progress& progress) { line.Show(progress); },
+                                 [&choice](const Row& row) { return IsChosen(choice, row); });
         const CCheckSelection selection(choice.only, choice.skip);
-        const CCancelable cancelable(analysis.CancelEvent());
-        end = analysis.Run(&selection);
-        // A cancel that comes behind the last key is one all the same.
+        {
+            const CCancelable cancelable(analysis.CancelEvent());
+            end = analysis.Run(&selection);
+        }
+        // A cancel that comes behind the last key is one all the same. Asked here, where no further one can
+        // set the event: it would be lost.
         found.isComplete = end == End::Done && !analysis.IsCanceled();
         found.rows = analysis.Rows();
     }
@@ -36,6 +40,5 @@ std::optional<FoundRows> FindRows(CTerminal& terminal, const RowChoice& choice) 
         WriteErrorLine(terminal, "The analysis could not be run: the system refuses a window or a thread.");
         return std::nullopt;
     }
-    std::erase_if(found.rows, [&choice](const Row& row) { return !IsChosen(choice, row); });
     return found;
 }

@@ -61,7 +61,7 @@ bool WriteSummary(CTerminal& terminal) {
         lines.push_back({Printable(ToUtf8(hive.file)), SizeText(hive.bytesBefore), SizeText(hive.bytesAfter),
                          RatioText(hive.bytesBefore, hive.bytesAfter)});
     return lines.size() == 1 ||
-           terminal.WriteOutput(TextTable(lines, terminal.OutputWidth().value_or(kAnyWidth)));
+           WriteOutputText(terminal, TextTable(lines, terminal.OutputWidth().value_or(kAnyWidth)));
 }
 
 ExitCode ReportRestore(CTerminal& terminal, RestoreResult result) {
@@ -94,8 +94,9 @@ ExitCode RunBackup(CTerminal& terminal, Restart restart) {
         if (!SaveAllHives(terminal, folder))
             return Fail(terminal, "A hive could not be saved; the backup is not complete: " + ToUtf8(folder));
     }
-    if (!WriteOutputLine(terminal, "Backup: " + ToUtf8(folder))) return ExitCode::Failed;
-    return RestartAsAsked(terminal, restart, false);
+    const bool isTold = WriteOutputLine(terminal, "Backup: " + ToUtf8(folder));
+    const ExitCode result = RestartAsAsked(terminal, restart, false);
+    return isTold ? result : ExitCode::Failed;
 }
 
 ExitCode RunRestoreList(CTerminal& terminal) { return ListNames(terminal, kBackups); }
@@ -112,9 +113,10 @@ ExitCode RunRestoreApply(CTerminal& terminal, const std::string& name, Restart r
         const ExitCode result = ReportRestore(terminal, RestoreHives(folder));
         if (result != ExitCode::Done) return result;
     }
-    if (!WriteOutputLine(terminal, "registered for the next start: " + ToUtf8(folder)))
-        return ExitCode::Failed;
-    return RestartAsAsked(terminal, restart, true);
+    // The hives are registered, so the restart is due whether or not anybody reads of it.
+    const bool isTold = WriteOutputLine(terminal, "registered for the next start: " + ToUtf8(folder));
+    const ExitCode result = RestartAsAsked(terminal, restart, true);
+    return isTold ? result : ExitCode::Failed;
 }
 
 ExitCode RunRestoreDelete(CTerminal& terminal, const std::vector<std::string>& names) {
@@ -133,6 +135,7 @@ ExitCode RunCompact(CTerminal& terminal, Restart restart) {
             return Fail(terminal,
                         "A hive could not be compacted. Hives before it are replaced with the next start.");
     }
-    if (!WriteSummary(terminal)) return ExitCode::Failed;
-    return RestartAsAsked(terminal, restart, true);
+    const bool isTold = WriteSummary(terminal);
+    const ExitCode result = RestartAsAsked(terminal, restart, true);
+    return isTold ? result : ExitCode::Failed;
 }

@@ -10,7 +10,6 @@ public:
     CState() { ::InitializeCriticalSection(&m_lock); }
     CState(const CState&) = delete;
     CState& operator=(const CState&) = delete;
-    ~CState() { ::DeleteCriticalSection(&m_lock); }
 
     template <class Action>
     auto Locked(Action action) {
@@ -28,7 +27,8 @@ private:
 };
 
 CState& State() {
-    static CState state;
+    // Never deleted: the system can call the handler until the process is gone.
+    static CState& state = *new CState;
     return state;
 }
 
@@ -40,8 +40,15 @@ void SetIgnored(bool isIgnored) {
     State().Locked([isIgnored](CState& state) { return state.isIgnored = isIgnored; });
 }
 
-BOOL WINAPI OnConsoleEvent(DWORD) {
-    if (!Interrupt()) ::ExitProcess(static_cast<UINT>(ExitCode::Canceled));
+BOOL WINAPI OnConsoleEvent(DWORD event) {
+    switch (TakeConsoleEvent(event)) {
+        case EventAnswer::GoOn:
+            break;
+        case EventAnswer::EndProgram:
+            EndAsCanceled();
+        case EventAnswer::AwaitEnd:
+            ::Sleep(INFINITE);
+    }
     return TRUE;
 }
 
@@ -63,3 +70,13 @@ bool Interrupt() {
         return state.isIgnored || (state.event != nullptr && ::SetEvent(state.event) != FALSE);
     });
 }
+
+EventAnswer TakeConsoleEvent(DWORD event) {
+    // Whoever logs off: a process of SYSTEM is told of every user, and one of that user is ended anyway.
+    if (event == CTRL_LOGOFF_EVENT) return EventAnswer::GoOn;
+    if (!Interrupt()) return EventAnswer::EndProgram;
+    return event == CTRL_CLOSE_EVENT || event == CTRL_SHUTDOWN_EVENT ? EventAnswer::AwaitEnd
+                                                                     : EventAnswer::GoOn;
+}
+
+void EndAsCanceled() { ::ExitProcess(static_cast<UINT>(ExitCode::Canceled)); }

@@ -2,7 +2,8 @@
 
 #include <windows.h>
 
-// What Ctrl+C does. Without one of these guards it ends the program at once, with ExitCode::Canceled.
+// What Ctrl+C, Ctrl+Break and the closing of the terminal do. Without one of these guards they end the
+// program at once, with ExitCode::Canceled.
 
 /// While one lives, Ctrl+C sets an event, and the work that polls it comes to an orderly end.
 class CCancelable {
@@ -23,8 +24,24 @@ public:
     ~CUninterruptible();
 };
 
-/// Takes Ctrl+C, Ctrl+Break and the closing of the terminal over from the system.
+/// Takes Ctrl+C, Ctrl+Break, the closing of the terminal and the system's shutdown over from the system.
 void InstallInterruption();
 
 /// Does what Ctrl+C does. @return false: the program is to end.
 [[nodiscard]] bool Interrupt();
+
+/// What is to be done about an event of the terminal.
+enum class EventAnswer {
+    GoOn,
+    EndProgram,
+    // The system ends the program as soon as its handler returns, so that has to wait for the work's own end.
+    // The system bounds the wait: some seconds.
+    AwaitEnd,
+};
+
+/// Does what an event does, apart from what it answers.
+/// @param event  CTRL_..._EVENT
+[[nodiscard]] EventAnswer TakeConsoleEvent(DWORD event);
+
+/// Ends the program as one that was canceled.
+[[noreturn]] void EndAsCanceled();

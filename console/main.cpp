@@ -5,6 +5,7 @@
 
 int main(int argc, char** argv) {
     SuppressDriveBoxes();
+    SuppressCrashBox();  // a script could not close it
     InstallInterruption();
     CSystemTerminal terminal;
     return static_cast<int>(RunConsole(argc, argv, terminal));

@@ -9,9 +9,10 @@ COutputFile::~COutputFile() {
 }
 
 bool COutputFile::Open(const std::string& path) {
-    // A folder of that name would be found out only at the end.
+    // A folder of that name, or a file that must not be written, would be found out only at the end.
+    constexpr DWORD kUnreplaceable = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return false;
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & kUnreplaceable) != 0) return false;
     m_path = path;
     m_partial = path + ".partial";
     m_file.Reset(::CreateFileA(m_partial.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
@@ -19,12 +20,11 @@ bool COutputFile::Open(const std::string& path) {
     return static_cast<bool>(m_file);
 }
 
-bool COutputFile::Finish(std::string_view text) {
-    if (!WriteAll(m_file.Get(), text) || ::FlushFileBuffers(m_file.Get()) == FALSE) return false;
+COutputFile::End COutputFile::Finish(std::string_view text) {
+    if (!WriteAll(m_file.Get(), text) || ::FlushFileBuffers(m_file.Get()) == FALSE) return End::Deleted;
     m_file.Reset();
-    if (::MoveFileExA(m_partial.c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE) return true;
-    ::DeleteFileA(m_partial.c_str());
-    return false;
+    const BOOL isMoved = ::MoveFileExA(m_partial.c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING);
+    return isMoved != FALSE ? End::InPlace : End::Beside;
 }
 
 bool ReadWholeFile(const std::string& path, std::string& bytes) {

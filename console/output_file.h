@@ -12,13 +12,20 @@ public:
     COutputFile() = default;
     COutputFile(const COutputFile&) = delete;
     COutputFile& operator=(const COutputFile&) = delete;
-    /// Deletes what was not finished.
+    /// Deletes what was not wholly written.
     ~COutputFile();
 
-    /// @return whether the file can be written.
+    /// @return whether the file can be written, and takes the place of what is there.
     [[nodiscard]] bool Open(const std::string& path);
-    /// Writes the whole text and puts the file in its place. @return whether all of that went well.
-    [[nodiscard]] bool Finish(std::string_view text);
+    enum class End {
+        InPlace,
+        Beside,   // whole, but its place is not to be had: it stays beside it, see PartialPath
+        Deleted,  // it could not be written wholly
+    };
+    /// Writes the whole text and puts the file in its place.
+    [[nodiscard]] End Finish(std::string_view text);
+
+    [[nodiscard]] const std::string& PartialPath() const { return m_partial; }
 
 private:
     std::string m_path;

@@ -96,13 +96,13 @@ Row FromJson(const Json& object, std::size_t number) {
     return row;
 }
 
-Json ParseJson(std::string_view text) {
+Json ParseJson(std::string_view text, const std::string& opening = "") {
     try {
         return Json::parse(text);
     } catch (const nlohmann::json::exception& error) {
         const std::string what = error.what();
         // Without the number of the error in the library's own list.
-        Refuse("no whole json: " +
+        Refuse(opening + "no whole json: " +
                what.substr(what.find("] ") == std::string::npos ? 0 : what.find("] ") + 2));
     }
 }
@@ -121,7 +121,8 @@ Rows ReadJsonLines(std::string_view text) {
         const std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(line.size() + 1, text.size()));
         if (line.find_first_not_of(" \t\r") == std::string_view::npos) continue;
-        read.push_back(FromJson(ParseJson(line), read.size() + 1));
+        const std::size_t number = read.size() + 1;
+        read.push_back(FromJson(ParseJson(line, InRow(number)), number));
     }
     return read;
 }
@@ -148,6 +149,7 @@ Rows ReadCsv(std::string_view text) {
     const Columns columns = FindColumns(lines->front());
     Rows read;
     for (const Fields& line : std::span(*lines).subspan(1)) {
+        if (line == Fields{""}) continue;  // a blank line, as a hand that edits leaves it
         const std::size_t number = read.size() + 1;
         if (line.size() != lines->front().size())
             Refuse(InRow(number) + "has " + std::to_string(line.size()) + " fields instead of " +
@@ -175,8 +177,10 @@ Rows ReadAny(std::string_view text) {
 }
 
 std::string InUtf8(std::string_view bytes) {
-    if (bytes.starts_with("\xEF\xBB\xBF")) return std::string(bytes.substr(3));
-    if (!bytes.starts_with("\xFF\xFE")) return std::string(bytes);
+    if (!bytes.starts_with("\xFF\xFE")) {
+        if (!IsUtf8(bytes)) Refuse("no whole UTF-8 text: it was cut, or saved in another encoding");
+        return std::string(bytes.substr(bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0));
+    }
     std::optional<std::string> utf8 = Utf16ToUtf8(bytes.substr(2));
     if (!utf8.has_value()) Refuse("no whole UTF-16 text");
     return std::move(*utf8);

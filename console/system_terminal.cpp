@@ -1,12 +1,20 @@
 #include "console/system_terminal.h"
 
 #include <algorithm>
+#include <span>
 
+#include "console/interruption.h"
 #include "console/write_all.h"
 
 namespace {
 
 constexpr DWORD kChunk = 8192;  // more characters at once are refused by consoles of old systems
+
+/// Whether a stream is a pipe at whose other end somebody may still write. One who writes nothing, which is
+/// no end, has a read return with nothing.
+bool IsOpenPipe(HANDLE stream) {
+    return ::PeekNamedPipe(stream, nullptr, 0, nullptr, nullptr, nullptr) != FALSE;
+}
 
 bool IsConsole(HANDLE stream) {
     DWORD mode = 0;
@@ -40,6 +48,15 @@ bool WriteText(HANDLE stream, std::string_view text) {
     return WriteAll(stream, text);
 }
 
+/// Reads once. Ctrl+C wakes a read from a terminal with nothing read, before or while the system calls the
+/// handler: what the program would make of an end of input must not overtake that.
+BOOL ReadSome(HANDLE stream, std::span<char> buffer, DWORD& read) {
+    ::SetLastError(ERROR_SUCCESS);
+    const BOOL isRead = ::ReadFile(stream, buffer.data(), static_cast<DWORD>(buffer.size()), &read, nullptr);
+    if (read == 0 && ::GetLastError() == ERROR_OPERATION_ABORTED) EndAsCanceled();
+    return isRead;
+}
+
 }  // namespace
 
 CSystemTerminal::CSystemTerminal()
@@ -58,11 +75,11 @@ std::optional<std::string> CSystemTerminal::ReadInput() {
     char chunk[kChunk];
     for (;;) {
         DWORD read = 0;
-        if (::ReadFile(m_input, chunk, sizeof chunk, &read, nullptr) == FALSE) {
+        if (ReadSome(m_input, chunk, read) == FALSE) {
             // The other end of a pipe is closed: that is its end.
             return ::GetLastError() == ERROR_BROKEN_PIPE ? std::optional(text) : std::nullopt;
         }
-        if (read == 0) return text;
+        if (read == 0 && !IsOpenPipe(m_input)) return text;
         text.append(chunk, read);
     }
 }
@@ -76,7 +93,7 @@ bool CSystemTerminal::CanAsk() const { return IsConsole(m_input) && IsConsole(m_
 std::string CSystemTerminal::ReadAnswer() {
     char answer[256] = "";
     DWORD read = 0;
-    if (::ReadFile(m_input, answer, sizeof answer, &read, nullptr) == FALSE) return {};
+    if (ReadSome(m_input, answer, read) == FALSE) return {};
     std::string line(answer, read);
     return line.substr(0, line.find_first_of("\r\n"));
 }

@@ -2,6 +2,12 @@
 
 #include "console/text_table_rules.h"
 
+namespace {
+
+constexpr char kRefused[] = "Standard output cannot be written";
+
+}  // namespace
+
 bool Ask(CTerminal& terminal, const std::string& question) {
     terminal.WriteError(Printable(question) + " [y/N] ");
     const std::string answer = terminal.ReadAnswer();
@@ -13,5 +19,14 @@ void WriteErrorLine(CTerminal& terminal, std::string_view text) {
 }
 
 bool WriteOutputLine(CTerminal& terminal, std::string_view text) {
-    return terminal.WriteOutput(Printable(text) += '\n');
+    if (terminal.WriteOutput(Printable(text) += '\n')) return true;
+    // What was done must not stay unknown.
+    WriteErrorLine(terminal, kRefused + std::string(": ") + std::string(text));
+    return false;
+}
+
+bool WriteOutputText(CTerminal& terminal, std::string_view text) {
+    if (terminal.WriteOutput(text)) return true;
+    WriteErrorLine(terminal, kRefused + std::string("."));
+    return false;
 }

@@ -29,6 +29,10 @@ public:
 /// Asks a question on standard error. @return whether the answer begins with a "y", in either case.
 [[nodiscard]] bool Ask(CTerminal& terminal, const std::string& question);
 
-/// Writes one line, in which the control characters are made visible.
+/// Writes one line to standard error; the control characters in it are made visible.
 void WriteErrorLine(CTerminal& terminal, std::string_view text);
+/// Writes one line to standard output in the same way; where that is refused, to standard error.
+/// @return whether standard output took it.
 [[nodiscard]] bool WriteOutputLine(CTerminal& terminal, std::string_view text);
+/// Writes a whole text to standard output. @return false when it was refused, which is told then.
+[[nodiscard]] bool WriteOutputText(CTerminal& terminal, std::string_view text);

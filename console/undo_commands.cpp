@@ -18,15 +18,18 @@ constexpr DWORD kPollPeriod = 100;  // milliseconds
 
 const DatedNames kUndoFiles{&FindUndoFiles, &ShownUndoDate, &DeleteUndoFile, "undo file"};
 
+/// The editors that this process started; a user's own is no business of ours.
 std::set<DWORD> RunningEditors() {
     std::set<DWORD> editors;
     for (const RunningProgram& program : SystemActions().ListPrograms())
-        if (::lstrcmpiA(program.fileName.c_str(), kEditor) == 0) editors.insert(program.processId);
+        if (program.parentId == ::GetCurrentProcessId() &&
+            ::lstrcmpiA(program.fileName.c_str(), kEditor) == 0)
+            editors.insert(program.processId);
     return editors;
 }
 
-/// Waits until the editors that were started since then have ended. The engine does not wait for its own; a
-/// script that goes on has to find the registry as it will be.
+/// Waits until the editors that were started since then have ended; a former one has its parent's number by
+/// chance. The engine does not wait; a script that goes on has to find the registry as it will be.
 void WaitForNewEditors(const std::set<DWORD>& former) {
     const auto isNew = [&former](DWORD editor) { return !former.contains(editor); };
     while (std::ranges::any_of(RunningEditors(), isNew)) ::Sleep(kPollPeriod);

@@ -7,3 +7,6 @@
 inline void SuppressDriveBoxes() {
     ::SetErrorMode(::SetErrorMode(0) | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
 }
+
+/// Has the system end this program without a box where it crashes.
+inline void SuppressCrashBox() { ::SetErrorMode(::SetErrorMode(0) | SEM_NOGPFAULTERRORBOX); }

@@ -47,7 +47,7 @@ std::vector<RunningProgram> CSystemActions::ListPrograms() {
     entry.dwSize = sizeof entry;
     for (BOOL more = ::Process32First(snapshot.Get(), &entry); more != FALSE;
          more = ::Process32Next(snapshot.Get(), &entry))
-        programs.push_back({entry.szExeFile, entry.th32ProcessID});
+        programs.push_back({entry.szExeFile, entry.th32ProcessID, entry.th32ParentProcessID});
     return programs;
 }
 

@@ -9,6 +9,7 @@
 struct RunningProgram {
     std::string fileName;  // without folder, as in "regedit.exe"
     DWORD processId = 0;
+    DWORD parentId = 0;  // of the process that started it, which may be gone and its number given to another
 };
 
 /// Everything that starts, ends or endangers something outside this program, and besides that only what Wine

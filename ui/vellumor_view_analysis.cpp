@@ -15,8 +15,6 @@ namespace {
 
 constexpr DWORD kClosingPatience = 2000;  // milliseconds
 
-const char* OrEmpty(const char* text) { return text != nullptr ? text : ""; }
-
 }  // namespace
 
 CDlgAnalyze& AnalyzeDialog() {

@@ -1,7 +1,11 @@
 #include <doctest/doctest.h>
 
+#include <nlohmann/json.hpp>
+#include <regex>
+
 #include "console/interruption.h"
 #include "console/row_formats.h"
+#include "platform/program_folder.h"
 #include "tests/console/shared_modules.h"
 #include "tests/support/file_text.h"
 #include "tests/support/planted_hives.h"
@@ -17,6 +21,23 @@ using Rows = std::vector<Row>;
 Rows RowsIn(const std::string& text) {
     const auto read = ReadRows(text);
     return std::holds_alternative<Rows>(read) ? std::get<Rows>(read) : Rows{};
+}
+
+using Json = nlohmann::json;
+
+/// Checks an object's members against a schema's lists of them, needed ones and patterns.
+void CheckMembers(const Json& schema, const Json& object) {
+    CHECK(schema["required"].size() == object.size());
+    for (const Json& name : schema["required"]) CHECK(object.contains(name.get<std::string>()));
+    for (const auto& [name, member] : schema["properties"].items()) {
+        CAPTURE(name);
+        REQUIRE(object.contains(name));
+        const std::string type = object[name].type_name();
+        CHECK(type == member["type"].get<std::string>());
+        if (member.contains("pattern"))
+            CHECK(std::regex_search(object[name].get<std::string>(),
+                                    std::regex(member["pattern"].get<std::string>())));
+    }
 }
 
 struct AnalyzeBench : CConsoleBench {
@@ -96,9 +117,15 @@ TEST_CASE_FIXTURE(AnalyzeBench, "patterns choose rows by their keys") {
         CHECK((Analyze(options) == (row.rows == 0 ? ExitCode::Done : ExitCode::RowsFound)));
         CHECK(RowsIn(terminal.output).size() == row.rows);
     }
-    CHECK((Run({"analyze", "--only", "wallpapers,run-box"}) == ExitCode::Done));
-    CHECK(terminal.output.empty());
-    CHECK(terminal.error == "No invalid entry found.\n");
+    for (const std::vector<std::string>& line :
+         {std::vector<std::string>{"analyze", "--only", "wallpapers,run-box"},
+          {"analyze", "--only", "wallpapers", "run-box"},
+          {"analyze", "--only", "shared-modules", "run-box", "--skip", "fonts", "shared-modules"}}) {
+        CHECK((Run(line) == ExitCode::Done));
+        CHECK(terminal.output.empty());
+        CHECK(terminal.error == "No invalid entry found.\n");
+    }
+    CHECK((Run({"analyze", "--only", "wallpapers", "shared-modules"}) == ExitCode::RowsFound));
 }
 
 TEST_CASE_FIXTURE(AnalyzeBench,
@@ -120,11 +147,31 @@ TEST_CASE_FIXTURE(AnalyzeBench,
 TEST_CASE_FIXTURE(AnalyzeBench, "a place that cannot be written is told before the analysis") {
     const CScratchFolder folder;
     terminal.errorWidth = 80;
-    for (const std::string& file : {folder.Path() + "\\none\\rows.csv", folder.Path()}) {
+    const std::string locked = folder.Path() + "\\locked.csv";
+    WriteFileText(locked, "former");
+    ::SetFileAttributesA(locked.c_str(), FILE_ATTRIBUTE_READONLY);
+    for (const std::string& file : {folder.Path() + "\\none\\rows.csv", folder.Path(), locked}) {
         CHECK((Analyze({"--output", file}) == ExitCode::Failed));
         CHECK(terminal.error == file + " cannot be written.\n");
+        CHECK_FALSE(Exists(file + ".partial"));
     }
-    CHECK_FALSE(Exists(folder.Path() + ".partial"));
+    CHECK(FileText(locked) == "former");
+    ::SetFileAttributesA(locked.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_CASE_FIXTURE(AnalyzeBench, "rows whose file cannot be replaced stay beside it, and are named") {
+    const CScratchFolder folder;
+    const std::string file = folder.Path() + "\\rows.csv";
+    WriteFileText(file, "former");
+    {
+        const CUniqueFile held(::CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        REQUIRE(static_cast<bool>(held));
+        CHECK((Analyze({"--format", "csv", "--output", file}) == ExitCode::Failed));
+    }
+    CHECK(terminal.error == file + " cannot be replaced; the rows are in " + file + ".partial.\n");
+    CHECK(FileText(file) == "former");
+    CHECK(RowsIn(FileText(file + ".partial")).size() == 2);
 }
 
 TEST_CASE_FIXTURE(AnalyzeBench, "rows that cannot be written are a failure") {
@@ -148,6 +195,41 @@ TEST_CASE_FIXTURE(AnalyzeBench, "the progress line tells stage, rows, time and k
     terminal.errorWidth.reset();
     CHECK((Analyze({}) == ExitCode::RowsFound));
     CHECK(terminal.error == "2 invalid entries found.\n");
+}
+
+TEST_CASE("the progress line counts the rows that the patterns leave") {
+    CScratchKey key(HKEY_LOCAL_MACHINE);
+    SetText(key.Get(), "x", R"(C:\gone\before.dll)");
+    CConsoleBench bench;
+    bench.terminal.errorWidth = 200;
+    std::size_t lines = 0;
+    bench.terminal.onError = [&](const std::string& text) {
+        if (text.find("Stage ") == std::string::npos) return;
+        ++lines;
+        CHECK(text.find(", 0 rows, ") != std::string::npos);
+    };
+    CHECK((bench.Run({"analyze", "--only", "dead-files-of-the-machine", "--match", "HKEY_USERS\\*"}) ==
+           ExitCode::Done));
+    CHECK(lines > 2);
+}
+
+TEST_CASE("what an analysis writes is as the schema describes it") {
+    CScratchKey key(HKEY_LOCAL_MACHINE);
+    SetText(key.Get(), "x", R"(C:\gone\before.dll)");
+    const CSharedModules modules{kFirst};
+    CConsoleBench bench;
+    CHECK((bench.Run({"analyze", "--only", "dead-files-of-the-machine,shared-modules", "--format", "json"}) ==
+           ExitCode::RowsFound));
+    const Json schema = Json::parse(FileText(ProgramFolder() + "\\..\\..\\docs\\rows.schema.json"));
+    const Json written = Json::parse(bench.terminal.output);
+    CheckMembers(schema, written);
+    std::size_t timed = 0;
+    for (const Json& row : written["rows"]) {
+        CheckMembers(schema["properties"]["rows"]["items"], row);
+        if (row["write_time"] != "") ++timed;
+    }
+    CHECK(timed > 0);
+    CHECK(timed < written["rows"].size());
 }
 
 TEST_CASE("Ctrl+C ends an analysis, whose rows so far are kept") {

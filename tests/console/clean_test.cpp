@@ -285,6 +285,16 @@ TEST_CASE_FIXTURE(CleanBench, "a row that could not be changed is told, and a fa
     CHECK(modules.Has(kFirst));
 }
 
+TEST_CASE_FIXTURE(CleanBench, "what standard output refuses is told on standard error, and a failure") {
+    terminal.refusesOutput = true;
+    const std::string refused = "Standard output cannot be written: ";
+    CHECK((CleanRows({first}, {"--dry-run"}) == ExitCode::Failed));
+    CHECK(terminal.error == refused + "would be: " + Deleted(kFirst) + "\n");
+    CHECK((CleanRows({first}) == ExitCode::Failed));
+    CHECK(LinesOf(terminal.error) == Lines{refused + Deleted(kFirst), refused + "Undo file: " + UndoFile()});
+    CHECK_FALSE(modules.Has(kFirst));
+}
+
 TEST_CASE_FIXTURE(CleanBench, "Ctrl+C between two rows leaves the rest as it is") {
     const CCallHook hook("RegDeleteValueA", Address(&DeleteAndInterrupt));
     CHECK((CleanAll() == ExitCode::Canceled));

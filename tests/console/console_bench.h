@@ -20,7 +20,10 @@ public:
         error += text;
         if (onError) onError(std::string(text));
     }
-    [[nodiscard]] std::optional<std::string> ReadInput() override { return input; }
+    [[nodiscard]] std::optional<std::string> ReadInput() override {
+        if (onReadInput) onReadInput();
+        return input;
+    }
     [[nodiscard]] std::optional<std::size_t> OutputWidth() const override { return outputWidth; }
     [[nodiscard]] std::optional<std::size_t> ErrorWidth() const override { return errorWidth; }
     [[nodiscard]] bool CanAsk() const override { return canAsk; }
@@ -30,6 +33,7 @@ public:
     std::string error;
     bool refusesOutput = false;
     std::function<void(const std::string& text)> onError;
+    std::function<void()> onReadInput;
     std::optional<std::string> input = "";
     std::optional<std::size_t> outputWidth, errorWidth;
     bool canAsk = false;

@@ -100,6 +100,27 @@ TEST_CASE_FIXTURE(HiveBench, "the system is restarted when that is asked for, or
     CHECK(actions.restarts == 4);
 }
 
+TEST_CASE_FIXTURE(HiveBench,
+                  "what standard output refuses is told on standard error, and the restart is made") {
+    const std::string folder = AddBackup();
+    terminal.refusesOutput = true;
+    CHECK((Run({"restore", "apply", kBackup, "--restart", "now"}) == ExitCode::Failed));
+    CHECK(terminal.error == "Standard output cannot be written: registered for the next start: " + folder +
+                                "\nStandard output cannot be written: " + kNeeded);
+    CHECK(actions.replacements.size() == 2);
+    CHECK(actions.restarts == 1);
+    CHECK((Run({"compact", "--restart", "now"}) == ExitCode::Failed));
+    CHECK(terminal.error == std::string("Standard output cannot be written.\n") +
+                                "Standard output cannot be written: " + kNeeded);
+    CHECK(actions.restarts == 2);
+    CHECK((Run({"backup"}) == ExitCode::Failed));
+    CHECK(terminal.error.starts_with("Standard output cannot be written: Backup: "));
+    CHECK((Run({"restore", "list"}) == ExitCode::Failed));
+    CHECK(terminal.error == "Standard output cannot be written.\n");
+    CHECK((Run({"restore", "delete", kBackup}) == ExitCode::Failed));
+    CHECK(terminal.error == std::string("Standard output cannot be written: deleted: ") + kBackup + "\n");
+}
+
 TEST_CASE_FIXTURE(HiveBench, "where nobody can be asked about the restart, nothing is begun") {
     AddBackup();
     for (const Names& line : {Names{"restore", "apply", kBackup}, {"backup"}, {"compact"}}) {

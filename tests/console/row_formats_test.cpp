@@ -106,6 +106,9 @@ TEST_CASE("a text that is no list of rows is refused as a whole, with its reason
          "row 1: key has a character that this machine's code page does not have"},
         {OneRow(R"("key":"a\u0000b","value_name":"v","data_reference":"d","check":"c")"),
          "row 1: key holds a zero character"},
+        {"key,value_name,data_reference,check\r\n\xE4,b,c,d\r\n",
+         "no whole UTF-8 text: it was cut, or saved in another encoding"},
+        {OneRow("\"key\":\"\xE4\""), "no whole UTF-8 text: it was cut, or saved in another encoding"},
         {"hello", "neither json nor csv with a column \"key\""},
         {"key,value_name,check\r\n", "neither json nor csv with a column \"data_reference\""},
         {"key,value_name,data_reference,check\r\na,b,c\r\n", "row 1: has 3 fields instead of 4"},
@@ -125,6 +128,36 @@ TEST_CASE("json that was cut anywhere is refused") {
         CHECK_FALSE(ErrorOf(text.substr(0, length)).empty());
     }
     CHECK(ErrorOf(text.substr(0, 100)).substr(0, 40) == "no whole json: parse error at line 2, co");
+}
+
+TEST_CASE("a broken line of json lines is told by its row's number") {
+    const std::string row = "{" + std::string(kNeeded) + "}\n";
+    CHECK(ErrorOf(row + "\n" + row + row.substr(0, 20) + "\n" + row)
+              .starts_with("row 3: no whole json: parse error at line 1, column "));
+}
+
+TEST_CASE("csv and json lines that were cut are refused, or give the rows in front of the cut") {
+    const std::vector<Row> rows{kRow, kHostile};
+    for (const RowFormat format : {RowFormat::Csv, RowFormat::JsonLines}) {
+        const std::string text = WriteRows(rows, format, true);
+        for (std::size_t length = 1; length < text.size(); ++length) {
+            CAPTURE(length);
+            const auto read = ReadRows(text.substr(0, length));
+            const auto* some = std::get_if<std::vector<Row>>(&read);
+            if (some == nullptr) continue;
+            REQUIRE(some->size() <= rows.size());
+            for (std::size_t index = 0; index < some->size(); ++index) {
+                Row cut = rows[index];
+                cut.reason = (*some)[index].reason;  // the last field of csv, on which nothing depends
+                CHECK((*some)[index] == cut);
+            }
+        }
+    }
+}
+
+TEST_CASE("blank lines in csv are passed over") {
+    const std::vector<Row> rows{{"k", "", "v", "d", "fonts", ""}, {"l", "", "", "", "fonts", ""}};
+    CHECK(Read("key,value_name,data_reference,check\r\n\r\nk,v,d,fonts\r\n\nl,,,fonts\r\n\r\n") == rows);
 }
 
 TEST_CASE("the documented schema names the members that are written") {

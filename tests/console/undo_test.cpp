@@ -29,6 +29,16 @@ TEST_CASE_FIXTURE(UndoBench, "undo files are listed with their dates") {
           "aname.reg\n");
     terminal.refusesOutput = true;
     CHECK((Run({"undo", "list"}) == ExitCode::Failed));
+    CHECK(terminal.error == "Standard output cannot be written.\n");
+}
+
+TEST_CASE_FIXTURE(UndoBench, "what standard output refuses is told on standard error") {
+    terminal.refusesOutput = true;
+    CHECK((Run({"undo", "replay", kFile}) == ExitCode::Failed));
+    CHECK(terminal.error == std::string("Standard output cannot be written: replayed: ") + kFile + "\n");
+    CHECK((Run({"undo", "delete", kFile}) == ExitCode::Failed));
+    CHECK(terminal.error == std::string("Standard output cannot be written: deleted: ") + kFile + "\n");
+    CHECK(undo.Files().size() == 1);
 }
 
 TEST_CASE("without undo files the list is empty") {
@@ -39,13 +49,14 @@ TEST_CASE("without undo files the list is empty") {
 }
 
 TEST_CASE_FIXTURE(UndoBench, "a replay ends when the editor that it started has ended") {
-    actions.programs = {{"regedit.exe", 7}, {"other.exe", 8}};
+    const DWORD own = ::GetCurrentProcessId();
+    actions.programs = {{"regedit.exe", 7, own}, {"other.exe", 8, own}};
     int lists = 0;
     actions.onList = [&] {
         // The first list is taken before the start; the editor is there for two more.
         ++lists;
         actions.programs.resize(2);
-        if (lists == 2 || lists == 3) actions.programs.push_back({"REGEDIT.EXE", 9});
+        if (lists == 2 || lists == 3) actions.programs.push_back({"REGEDIT.EXE", 9, own});
     };
     CHECK((Run({"undo", "replay", kFile}) == ExitCode::Done));
     CHECK(lists == 4);
@@ -55,6 +66,17 @@ TEST_CASE_FIXTURE(UndoBench, "a replay ends when the editor that it started has 
         if (asked.starts_with("run ")) started += asked;
     CHECK(started.find("regedit.exe") != std::string::npos);
     CHECK(started.find("/s \"" + undo.Path() + "\\" + kFile + "\"") != std::string::npos);
+}
+
+TEST_CASE_FIXTURE(UndoBench, "an editor that somebody else starts meanwhile is not waited for") {
+    int lists = 0;
+    actions.onList = [&] {
+        // For ever there, unless it is looked for so often that the test has failed.
+        if (++lists == 2) actions.programs.push_back({"regedit.exe", 9, ::GetCurrentProcessId() + 4});
+        if (lists == 5) actions.programs.clear();
+    };
+    CHECK((Run({"undo", "replay", kFile}) == ExitCode::Done));
+    CHECK(lists == 2);
 }
 
 TEST_CASE_FIXTURE(UndoBench, "a replay that does not start is a failure") {

@@ -31,8 +31,16 @@ TEST_CASE("a wrong command line is told on standard error, and nothing is done")
         {"restore"},
         {"restore", "apply"},
         {"restore", "apply", "x", "--restart", "later"},
+        {"restore", "apply", "x", "--restart", "1"},
         {"backup", "--restart"},
+        {"backup", "--restart", "2"},
+        {"backup", "--restart", "NOW"},
+        {"compact", "--restart", "2"},
         {"compact", "now"},
+        {"restore", "delete", "[old]"},
+        {"undo", "delete", "[a.reg,b.reg]"},
+        {"analyze", "--exclude", "[a]"},
+        {"analyze", "--exclude=[a]"},
     };
     CConsoleBench bench;
     for (const Line& line : lines) {
@@ -43,6 +51,7 @@ TEST_CASE("a wrong command line is told on standard error, and nothing is done")
     }
     CHECK(bench.actions.asked.empty());
     CHECK(bench.actions.saves.empty());
+    CHECK(bench.actions.restarts == 0);
 }
 
 TEST_CASE("an unknown check is named, with where to find the others") {
@@ -50,6 +59,14 @@ TEST_CASE("an unknown check is named, with where to find the others") {
     CHECK((bench.Run({"analyze", "--only", "no-such-check"}) == ExitCode::WrongUsage));
     CHECK(LinesOf(bench.terminal.error)[0] ==
           "--only: no check is named no-such-check; the command \"checks\" lists them");
+}
+
+TEST_CASE("a failure that no command foresees is told in one line, and by the exit code") {
+    CConsoleBench bench;
+    bench.terminal.onReadInput = [] { throw std::bad_alloc(); };
+    CHECK((bench.Run({"clean", "--rows", "-", "--yes"}) == ExitCode::Failed));
+    CHECK(bench.terminal.output.empty());
+    CHECK(bench.terminal.error == "The program has failed: std::bad_alloc\n");
 }
 
 TEST_CASE("each command tells of its options, and of the exit codes") {
@@ -102,7 +119,10 @@ TEST_CASE("the checks are listed once each, with name, area and meaning") {
     }
     CHECK(names.size() == 45);
     bench.terminal.refusesOutput = true;
-    CHECK((bench.Run({"checks"}) == ExitCode::Failed));
+    for (const char* command : {"checks", "--help", "--version"}) {
+        CHECK((bench.Run({command}) == ExitCode::Failed));
+        CHECK(bench.terminal.error == "Standard output cannot be written.\n");
+    }
 }
 
 TEST_CASE("without administrator rights nothing is read and nothing changed") {

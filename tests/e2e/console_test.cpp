@@ -139,9 +139,10 @@ TEST_CASE("the exit code tells a script what became of its command") {
     CHECK(RunConsoleExe("undo replay ..\\vellumor.exe").exitCode == 3);
 }
 
-TEST_CASE("a disk that is full is told by the exit code") {
+TEST_CASE("a disk that is full is told, and by the exit code") {
     const ConsoleResult result = CConsoleProgram({ConsoleExe(), "checks", "", R"(\\?\unix\dev\full)"}).Wait();
     CHECK(result.exitCode == 3);
+    CHECK(result.error == "Standard output cannot be written.\n");
 }
 
 TEST_CASE("without administrator rights the program reads nothing and says so") {

@@ -61,6 +61,7 @@ TEST_CASE("the list of programs names each running process without its folder") 
         REQUIRE(program != nullptr);
         CHECK(program->fileName == "windows_tests.exe");
     }
+    CHECK(FindProgram(programs, second.Id())->parentId == ::GetCurrentProcessId());
 }
 
 TEST_CASE("a program is ended at once with exit code 0, and only the one that is meant") {
