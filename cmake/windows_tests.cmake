@@ -37,6 +37,10 @@ file(GLOB driver_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/driver/*.
 add_library(vellumor_driver STATIC ${driver_sources})
 target_link_libraries(vellumor_driver PUBLIC vellumor_options)
 
+# Lets each call of the engine into the system fail, over what the tests of the real programs plant.
+vellumor_test_program(faults vellumor_console vellumor_test_support vellumor_hives vellumor_driver shlwapi winmm)
+target_sources(faults_tests PRIVATE tests/repair/repair_bench.cpp tests/repair/key_security.cpp tests/e2e/rule_plants.cpp
+    tests/e2e/rule_plants_classes.cpp tests/e2e/rule_plants_machine.cpp tests/e2e/rule_plants_user.cpp)
 # The whole set runs the main architecture's program; the other one shows that it starts and analyses.
 if(NOT VELLUMOR_ARCH STREQUAL "x86")
     set(e2e_tests_arguments --test-suite=smoke)
@@ -48,7 +52,7 @@ if(TARGET vellumor_help)
 endif()
 
 # These make undo files and backups in the folder that they lie in.
-set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
+set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console ${VELLUMOR_ARCH}.faults PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
 
 # These watch the clock, so they get the machine to themselves.
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)
