@@ -38,8 +38,9 @@ add_library(vellumor_driver STATIC ${driver_sources})
 target_link_libraries(vellumor_driver PUBLIC vellumor_options)
 
 # Lets each call of the engine into the system fail, over what the tests of the real programs plant.
-vellumor_test_program(faults vellumor_console vellumor_test_support vellumor_hives vellumor_driver shlwapi winmm)
-target_sources(faults_tests PRIVATE tests/repair/repair_bench.cpp tests/repair/key_security.cpp tests/e2e/rule_plants.cpp
+vellumor_test_program(faults vellumor_console vellumor_test_support vellumor_driver shlwapi winmm
+    $<TARGET_OBJECTS:vellumor_console_resources>)
+target_sources(faults_tests PRIVATE tests/console/console_bench.cpp tests/console/shared_modules.cpp tests/repair/repair_bench.cpp tests/repair/key_security.cpp tests/e2e/rule_plants.cpp
     tests/e2e/rule_plants_classes.cpp tests/e2e/rule_plants_machine.cpp tests/e2e/rule_plants_user.cpp)
 # Which calls these are, the engine's own objects tell.
 string(REGEX REPLACE "gcc-ar" "gcc-nm" engine_nm "${CMAKE_AR}")

@@ -28,6 +28,11 @@ public:
         return IsFaultOf({function}) && m_fault->first == m_fault->last;
     }
 
+    /// Whether the first call of one of these functions fails.
+    [[nodiscard]] bool FailsFirst(std::initializer_list<const char*> functions) const {
+        return IsFaultOf(functions) && m_fault->first == 1;
+    }
+
     void Demand(bool isTrue, const std::string& complaint) {
         if (!isTrue) m_complaints.push_back(complaint);
     }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/folder_tree.h"
 #include "repair/undo_companion.h"
 #include "repair/undo_files.h"
 #include "repair/undo_record.h"
@@ -82,7 +83,7 @@ TEST_CASE("undo files are listed and deleted as told, whichever call fails") {
             names = FindUndoFiles();
             isDeleted = DeleteUndoFile(kName);
         });
-        ::RemoveDirectoryA("\\Undo");  // a new file goes there where the program's folder is not known
+        (void)DeleteFolderTree("\\Undo");  // a new file goes there where the program's folder is not known
         run.Demand(names.empty() || names == std::vector<std::string>{kName}, "other files are listed");
         run.Demand(isDeleted == !bench.undo.HasFile(kName), "another answer was told");
         run.Demand(run.HasFault() || bench.undo.Files().empty(), "something is left");
