@@ -1,10 +1,30 @@
 #include "analysis/analysis_run.h"
 
+#include <algorithm>
+
 #include "analysis/parameter.h"
 #include "analysis/stages.h"
 
-CAnalysisRun::CAnalysisRun(CAnalysisHost& host)
-    : m_host(host), m_cancelEvent(::CreateEventA(nullptr, TRUE, FALSE, nullptr)) {}
+namespace {
+
+constexpr DWORD kPollPeriod = 20;  // milliseconds
+
+CUniqueHandle MakeCancelEvent() { return CUniqueHandle(::CreateEventA(nullptr, TRUE, FALSE, nullptr)); }
+
+/// Waits for a worker's end or a message. @return whether it is a message.
+bool IsStillBusy(HANDLE worker, DWORD& patience) {
+    const DWORD woken =
+        ::MsgWaitForMultipleObjectsEx(1, &worker, patience, QS_SENDMESSAGE | QS_PAINT, MWMO_INPUTAVAILABLE);
+    if (woken != WAIT_FAILED) return woken == WAIT_OBJECT_0 + 1;
+    // Where the system refuses that wait, the worker is looked at now and then.
+    const DWORD period = std::min(patience, kPollPeriod);
+    if (patience != INFINITE) patience -= period;
+    return period != 0 && ::WaitForSingleObject(worker, period) == WAIT_TIMEOUT;
+}
+
+}  // namespace
+
+CAnalysisRun::CAnalysisRun(CAnalysisHost& host) : m_host(host), m_cancelEvent(MakeCancelEvent()) {}
 
 bool CAnalysisRun::IsCanceled() const {
     return ::WaitForSingleObject(m_cancelEvent.Get(), 0) == WAIT_OBJECT_0;
@@ -12,7 +32,8 @@ bool CAnalysisRun::IsCanceled() const {
 
 bool CAnalysisRun::Start(HWND window, void* parameter) {
     m_window = window;
-    return StartStage(0, parameter);
+    if (!m_cancelEvent) m_cancelEvent = MakeCancelEvent();
+    return m_cancelEvent && StartStage(0, parameter);
 }
 
 bool CAnalysisRun::StartStage(std::size_t index, void* parameter) {
@@ -55,9 +76,7 @@ void CAnalysisRun::WaitForWorker(DWORD patience) {
     // it, it still has to receive what the worker sends, and to paint.
     while (m_worker) {
         const HANDLE worker = m_worker.Get();
-        const DWORD woken = ::MsgWaitForMultipleObjectsEx(1, &worker, patience, QS_SENDMESSAGE | QS_PAINT,
-                                                          MWMO_INPUTAVAILABLE);
-        if (woken != WAIT_OBJECT_0 + 1) break;
+        if (!IsStillBusy(worker, patience)) break;
         MSG message;  // asking for a message delivers what was sent
         if (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_SENDMESSAGE | PM_QS_PAINT) != FALSE)
             ::DispatchMessageA(&message);

@@ -35,7 +35,7 @@ public:
     /// Starts the first stage. The cancel event is left as it is.
     /// @param window     receives the workers' messages, and hands them to TakeMessage.
     /// @param parameter  of the first stage's thread.
-    /// @return false when its thread could not be started.
+    /// @return false when its thread could not be started, or nobody could cancel it.
     bool Start(HWND window, void* parameter);
 
     /// To be called for every message from WM_STAGE1_DONE to WM_ANALYZE_CANCELED that the window receives.

@@ -15,13 +15,13 @@ CUniqueKey OpenForAll(HKEY parent, const char* subkey) {
     return key;
 }
 
-bool NextSubkey(HKEY key, DWORD index, const SubkeyWalk& walk, char (&name)[kNameBytes + 1],
+bool NextSubkey(HKEY key, DWORD index, const SubkeyWalk& walk, CWalkEnd& end, char (&name)[kNameBytes + 1],
                 FILETIME& written) {
     std::memset(name, 0, sizeof name);
     DWORD nameBytes = walk.nameBytes;
     const LSTATUS result = ::RegEnumKeyExA(key, index, name, &nameBytes, nullptr, nullptr, nullptr, &written);
     if (result != ERROR_SUCCESS) name[0] = '\0';
-    return !EndsWalk(result);
+    return !end.IsReached(key, index, result);
 }
 
 bool PathIsMissing(const char* path) { return ::GetFileAttributesA(path) == INVALID_FILE_ATTRIBUTES; }

@@ -59,8 +59,8 @@ inline constexpr SubkeyWalk kInnerWalk{"", kNameBytes, false};
 
 /// One step of a walk over subkeys. @return false at its end; `name` is empty where the index is to be
 /// skipped.
-[[nodiscard]] bool NextSubkey(HKEY key, DWORD index, const SubkeyWalk& walk, char (&name)[kNameBytes + 1],
-                              FILETIME& written);
+[[nodiscard]] bool NextSubkey(HKEY key, DWORD index, const SubkeyWalk& walk, CWalkEnd& end,
+                              char (&name)[kNameBytes + 1], FILETIME& written);
 
 /// Calls a visitor that may or may not tell the walk how to go on.
 template <class Visit, class Entry>
@@ -79,7 +79,8 @@ template <class Visit>
 void ForEachSubkeyOf(HKEY key, const std::string& path, Visit visit, const SubkeyWalk& walk = {}) {
     char name[kNameBytes + 1];
     FILETIME written{};
-    for (DWORD index = 0; NextSubkey(key, index, walk, name, written); ++index) {
+    CWalkEnd end(CWalkEnd::Of::Subkeys);
+    for (DWORD index = 0; NextSubkey(key, index, walk, end, name, written); ++index) {
         PollCancel();
         if (name[0] == '\0') continue;
         const Subkey subkey{key, name, JoinKeyPath(path, name) + walk.tail,
@@ -100,10 +101,11 @@ void ForEachSubkey(const CheckArea& area, Visit visit, const SubkeyWalk& walk = 
 /// visitor gets the reader.
 template <class Visit>
 void ForEachValueOf(HKEY key, CValueReader values, Visit visit) {
+    CWalkEnd end(CWalkEnd::Of::Values);
     for (DWORD index = 0;; ++index) {
         PollCancel();
         const LSTATUS result = values.Read(key, index);
-        if (EndsWalk(result)) return;
+        if (end.IsReached(key, index, result)) return;
         if (result == ERROR_SUCCESS && CallVisitor(visit, values) == Walk::Stop) return;
     }
 }

@@ -69,10 +69,11 @@ private:
 
     void ScanValues(HKEY key, const char* path) const {
         ValueBuffers value;
+        CWalkEnd end(CWalkEnd::Of::Values);
         for (DWORD index = 0;; ++index) {
             PollCancel();
             ReportProgress(path);
-            if (EndsWalk(EnumValue(key, index, value))) return;
+            if (end.IsReached(key, index, EnumValue(key, index, value))) return;
             // Whatever else the call answered, the buffers are examined as it left them.
             ScanValue(path, value);
         }
@@ -81,9 +82,10 @@ private:
     void ScanSubkeys(HKEY key, const char* path) {
         char name[kNameBytes + 1];
         char childPath[kScanPathBytes];
+        CWalkEnd end(CWalkEnd::Of::Subkeys);
         for (DWORD index = 0;; ++index) {
             const LSTATUS result = EnumSubkey(key, index, name);
-            if (EndsWalk(result)) return;
+            if (end.IsReached(key, index, result)) return;
             if (result != ERROR_SUCCESS) continue;
             const int length = std::snprintf(childPath, sizeof childPath, "%s\\%s", path, name);
             if (length < 0 || static_cast<std::size_t>(length) >= sizeof childPath) continue;

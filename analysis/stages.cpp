@@ -44,6 +44,20 @@ constexpr const Check* CheckOfStage(std::size_t index) {
     return index < std::size(kChecks) ? &kChecks[index] : nullptr;
 }
 
+constexpr DWORD kPostPatience = 10'000;  // milliseconds
+constexpr DWORD kPostPeriod = 20;        // milliseconds
+
+/// Posts a done message. A host that is busy may have no room for it just now; one that never takes it would
+/// wait without end, so it is told that the analysis ends here.
+void PostDone(AnalysisMessage message) {
+    for (DWORD waited = 0; waited < kPostPatience; waited += kPostPeriod) {
+        if (::PostMessageA(g_analysisChannel.hViewWnd, message, 0, 0) != FALSE) return;
+        if (::IsWindow(g_analysisChannel.hViewWnd) == FALSE) return;
+        ::Sleep(kPostPeriod);
+    }
+    ::SendMessageA(g_analysisChannel.hViewWnd, WM_ANALYZE_CANCELED, 0, 0);
+}
+
 template <std::size_t Index>
 UINT RunStage(void*) {
     try {
@@ -54,7 +68,7 @@ UINT RunStage(void*) {
     } catch (const CAnalysisCanceled&) {
         return 0;  // the host knows already; without a done message no later stage starts
     }
-    ::PostMessageA(g_analysisChannel.hViewWnd, DoneMessage(Index), 0, 0);
+    PostDone(DoneMessage(Index));
     return 0;
 }
 

@@ -37,6 +37,24 @@ file(GLOB driver_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/driver/*.
 add_library(vellumor_driver STATIC ${driver_sources})
 target_link_libraries(vellumor_driver PUBLIC vellumor_options)
 
+# Lets each call of the engine into the system fail, over what the tests of the real programs plant.
+vellumor_test_program(faults vellumor_console vellumor_test_support vellumor_driver shlwapi winmm
+    $<TARGET_OBJECTS:vellumor_console_resources>)
+target_sources(faults_tests PRIVATE tests/console/console_bench.cpp tests/console/shared_modules.cpp tests/repair/repair_bench.cpp tests/repair/key_security.cpp tests/e2e/rule_plants.cpp
+    tests/e2e/rule_plants_classes.cpp tests/e2e/rule_plants_machine.cpp tests/e2e/rule_plants_user.cpp)
+# Which calls these are, the engine's own objects tell.
+string(REGEX REPLACE "gcc-ar" "gcc-nm" engine_nm "${CMAKE_AR}")
+set(engine_symbols ${PROJECT_BINARY_DIR}/engine/engine_symbols.inc)
+set(engine vellumor_platform vellumor_registry vellumor_analysis vellumor_repair vellumor_hives)
+list(TRANSFORM engine REPLACE "(.+)" "$<TARGET_FILE:\\1>" OUTPUT_VARIABLE engine_files)
+list(JOIN engine_files "," engine_files)
+add_custom_command(OUTPUT ${engine_symbols} VERBATIM
+    COMMAND ${CMAKE_COMMAND} -D NM=${engine_nm} -D LIBRARIES=${engine_files} -D OUTPUT=${engine_symbols}
+        -P ${PROJECT_SOURCE_DIR}/cmake/engine_symbols.cmake
+    DEPENDS ${engine} ${PROJECT_SOURCE_DIR}/cmake/engine_symbols.cmake)
+target_sources(faults_tests PRIVATE ${engine_symbols})
+target_include_directories(faults_tests PRIVATE ${PROJECT_BINARY_DIR}/engine)
+
 # The whole set runs the main architecture's program; the other one shows that it starts and analyses.
 if(NOT VELLUMOR_ARCH STREQUAL "x86")
     set(e2e_tests_arguments --test-suite=smoke)
@@ -56,7 +74,7 @@ foreach(source e2e/program e2e/rule_plants e2e/rule_plants_classes e2e/rule_plan
 endforeach()
 
 # These make undo files and backups in the folder that they lie in.
-set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console ${VELLUMOR_ARCH}.load PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
+set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console ${VELLUMOR_ARCH}.load ${VELLUMOR_ARCH}.faults PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
 
 # These watch the clock, so they get the machine to themselves.
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)

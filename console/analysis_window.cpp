@@ -2,6 +2,13 @@
 
 #include "analysis/parameter.h"
 
+namespace {
+
+constexpr UINT_PTR kWakeTimer = 1;
+constexpr UINT kWakePeriod = 1000;  // milliseconds
+
+}  // namespace
+
 CAnalysisWindow::CAnalysisWindow(std::function<void(const Progress&)> progress,
                                  std::function<bool(const Row&)> isWanted)
     : m_progress(std::move(progress)), m_isWanted(std::move(isWanted)) {}
@@ -22,8 +29,11 @@ CAnalysisWindow::End CAnalysisWindow::Run(const CCheckChoice* choice) {
 
 void CAnalysisWindow::PumpMessages() {
     MSG message;
+    // A cancel is sent and then posted; should there be no room for the post, the timer brings a message.
+    ::SetTimer(GetSafeHwnd(), kWakeTimer, kWakePeriod, nullptr);
     // What the workers send is delivered while the next posted message is waited for.
     while (!m_hasEnded && ::GetMessageA(&message, nullptr, 0, 0) > 0) ::DispatchMessageA(&message);
+    ::KillTimer(GetSafeHwnd(), kWakeTimer);
 }
 
 LRESULT CAnalysisWindow::OnAnalysisMessage(WPARAM, LPARAM) {

@@ -27,5 +27,5 @@ bool BackupHives(const std::string& folder, const std::function<void()>& saved) 
         if (!BackupHive(*hive, folder)) return false;
         saved();
     }
-    return true;
+    return hives.IsComplete();
 }

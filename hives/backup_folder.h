@@ -9,7 +9,7 @@
 /// time or this program's folder.
 [[nodiscard]] std::string MakeBackupFolder();
 
-/// The full path of a backup by its name.
+/// The full path of a backup by its name; empty when this program's folder is not known.
 [[nodiscard]] std::string BackupFolder(const std::string& name);
 
 /// The names of all folders in the backups' folder, in the order of the file search. The one of the replaced
@@ -17,7 +17,7 @@
 [[nodiscard]] std::vector<std::string> FindBackups();
 
 /// Makes the folder that takes the files of replaced hives; one that is there already is no error.
-/// @return its full path.
+/// @return its full path; empty when this program's folder is not known.
 std::string MakeReplacedHivesFolder();
 
 /// Deletes a backup with all that is in it. @return whether it is gone.

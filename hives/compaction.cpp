@@ -59,7 +59,7 @@ bool CompactHives() {
     if (!hives.Open()) return false;
     while (const std::optional<ListedHive> hive = hives.Next())
         if (!CompactHive(*hive, drives)) return false;
-    return true;
+    return hives.IsComplete();
 }
 
 std::vector<CompactedHive> FindCompactedHives() {

@@ -14,14 +14,18 @@ constexpr DWORD kEmptyTextBytes = 1;
 
 bool CHiveList::Open() {
     m_next = 0;
+    m_end = CWalkEnd(CWalkEnd::Of::Values);
+    m_isComplete = false;
     return OpenKey(HKEY_LOCAL_MACHINE, kHiveList, kAllAccess, m_list) == ERROR_SUCCESS;
 }
 
 std::optional<ListedHive> CHiveList::Next() {
     for (;;) {
         ValueBuffers value;
-        const LSTATUS result = EnumValue(m_list.Get(), m_next++, value);
-        if (EndsWalk(result)) return std::nullopt;
+        const DWORD index = m_next++;
+        const LSTATUS result = EnumValue(m_list.Get(), index, value);
+        m_isComplete = result == ERROR_NO_MORE_ITEMS;
+        if (m_end.IsReached(m_list.Get(), index, result)) return std::nullopt;
         const bool hasFile = result == ERROR_SUCCESS && value.dataBytes > kEmptyTextBytes;
         if (hasFile && ParseHiveName(value.name).has_value()) return ListedHive{value.name, value.data};
     }

@@ -7,6 +7,7 @@
 
 #include "hives/hive_list_rules.h"
 #include "platform/owners.h"
+#include "registry/registry_access.h"
 
 /// One hive of the system's list, with the file that it was loaded from.
 struct ListedHive {
@@ -24,10 +25,14 @@ public:
     /// The next hive that has a file; nothing behind the last one. An entry that cannot be read, for example
     /// because it is longer than 260 bytes, is passed over.
     [[nodiscard]] std::optional<ListedHive> Next();
+    /// Behind the last hive: whether that was the end of the list, and not of our access to it.
+    [[nodiscard]] bool IsComplete() const { return m_isComplete; }
 
 private:
     CUniqueKey m_list;
     DWORD m_next = 0;
+    CWalkEnd m_end{CWalkEnd::Of::Values};
+    bool m_isComplete = false;
 };
 
 /// Opens a hive for what a backup privilege allows, whatever its access list says.

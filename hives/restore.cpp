@@ -1,5 +1,6 @@
 #include "hives/restore.h"
 
+#include <optional>
 #include <vector>
 
 #include "hives/backup_folder.h"
@@ -9,7 +10,8 @@
 namespace {
 
 /// The files are listed before the first is touched: while hives are replaced, files come and go.
-std::vector<std::string> FindHiveFiles(const std::string& folder) {
+/// @return nothing when the search broke off.
+std::optional<std::vector<std::string>> FindHiveFiles(const std::string& folder) {
     std::vector<std::string> names;
     WIN32_FIND_DATAA entry;
     entry.cFileName[0] = '\0';
@@ -19,6 +21,7 @@ std::vector<std::string> FindHiveFiles(const std::string& folder) {
     do {
         if (entry.cFileName[0] != '\0') names.emplace_back(entry.cFileName);
     } while (::FindNextFileA(search.Get(), &entry) != FALSE);
+    if (search && ::GetLastError() != ERROR_NO_MORE_FILES) return std::nullopt;
     return names;
 }
 
@@ -59,7 +62,10 @@ RestoreResult RestoreHive(const std::string& folder, const std::string& name,
 RestoreResult RestoreHives(const std::string& folder) {
     EnableReplacePrivileges();
     const std::string replacedFolder = MakeReplacedHivesFolder();
-    for (const std::string& name : FindHiveFiles(folder)) {
+    if (folder.empty() || replacedFolder.empty()) return RestoreResult::NotReplaced;
+    const std::optional<std::vector<std::string>> names = FindHiveFiles(folder);
+    if (!names.has_value()) return RestoreResult::NotReplaced;
+    for (const std::string& name : *names) {
         const RestoreResult result = RestoreHive(folder, name, replacedFolder);
         if (result != RestoreResult::Registered) return result;
     }

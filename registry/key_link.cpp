@@ -31,17 +31,17 @@ LSTATUS OpenKeyItself(HKEY parent, const char* subkey, REGSAM access, CUniqueKey
     return ::RegOpenKeyExA(parent, subkey, REG_OPTION_OPEN_LINK, access, key.Receive());
 }
 
-bool IsLink(HKEY key) {
+bool MayBeLink(HKEY key) {
     DWORD type = REG_NONE;
-    return ::RegQueryValueExA(key, "SymbolicLinkValue", nullptr, &type, nullptr, nullptr) == ERROR_SUCCESS &&
-           type == REG_LINK;
+    const LSTATUS result = ::RegQueryValueExA(key, "SymbolicLinkValue", nullptr, &type, nullptr, nullptr);
+    return result == ERROR_SUCCESS ? type == REG_LINK : result != ERROR_FILE_NOT_FOUND;
 }
 
 LSTATUS DeleteKeyItself(HKEY parent, const char* subkey) {
     if (*subkey == '\0') return ERROR_FILE_NOT_FOUND;  // the system would delete the parent
     CUniqueKey key;
     if (OpenKeyItself(parent, subkey, DELETE | KEY_QUERY_VALUE, key) == ERROR_SUCCESS) {
-        if (IsLink(key.Get())) return DeleteOpenedKey(key.Get());
+        if (MayBeLink(key.Get())) return DeleteOpenedKey(key.Get());
         key.Reset();
         return ::RegDeleteKeyA(parent, subkey);
     }

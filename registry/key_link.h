@@ -10,9 +10,9 @@
 /// leads to; links further up in a path are followed.
 [[nodiscard]] LSTATUS OpenKeyItself(HKEY parent, const char* subkey, REGSAM access, CUniqueKey& key);
 
-/// Whether a key is a symbolic link.
+/// Whether a key is a symbolic link, or does not tell.
 /// @param key  opened by OpenKeyItself with KEY_QUERY_VALUE.
-[[nodiscard]] bool IsLink(HKEY key);
+[[nodiscard]] bool MayBeLink(HKEY key);
 
 /// Deletes a key that has no subkeys; of a symbolic link the link, never the key that it leads to.
 /// @return the system's code, as of RegDeleteKeyA.

@@ -2,6 +2,29 @@
 
 #include "registry/key_path_rules.h"
 
+namespace {
+
+constexpr int kFailuresInARow = 64;
+
+/// How many values or subkeys a key tells to hold; none where it does not tell that either.
+DWORD CountIn(HKEY key, CWalkEnd::Of what) {
+    DWORD values = 0;
+    DWORD subkeys = 0;
+    const LSTATUS result = ::RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr,
+                                              &values, nullptr, nullptr, nullptr, nullptr);
+    if (result != ERROR_SUCCESS) return 0;
+    return what == CWalkEnd::Of::Values ? values : subkeys;
+}
+
+}  // namespace
+
+bool CWalkEnd::HasFailedTooLong(HKEY key, DWORD index) {
+    if (++m_failures < kFailuresInARow) return false;
+    m_failures = 0;
+    m_hasGivenUp = index >= CountIn(key, m_what);
+    return m_hasGivenUp;
+}
+
 LSTATUS OpenKey(HKEY parent, const char* subkey, REGSAM access, CUniqueKey& key) {
     return ::RegOpenKeyExA(parent, subkey, 0, access, key.Receive());
 }

@@ -51,6 +51,32 @@ struct ValueBuffers {
     return result == ERROR_NO_MORE_ITEMS || result == ERROR_INVALID_HANDLE || result == ERROR_KEY_DELETED;
 }
 
+/// Tells the end of one walk over a key's values or subkeys.
+class CWalkEnd {
+public:
+    enum class Of { Values, Subkeys };
+
+    explicit CWalkEnd(Of what) : m_what(what) {}
+
+    /// To be called with each result of the enumeration. A failure concerns one index only, but a key that
+    /// does nothing else than fail would be walked for ever: now and then it is asked how much it holds, and
+    /// behind that the walk is over.
+    [[nodiscard]] bool IsReached(HKEY key, DWORD index, LSTATUS result) {
+        if (result != ERROR_SUCCESS) return EndsWalk(result) || HasFailedTooLong(key, index);
+        m_failures = 0;
+        return false;
+    }
+    /// Whether the walk ended so, and what the key holds is not known.
+    [[nodiscard]] bool HasGivenUp() const { return m_hasGivenUp; }
+
+private:
+    [[nodiscard]] bool HasFailedTooLong(HKEY key, DWORD index);
+
+    Of m_what;
+    int m_failures = 0;  // in a row, since the key was asked last
+    bool m_hasGivenUp = false;
+};
+
 /// A file time in UTC as "2009/03/05 07:08:09"; nothing for a time that has no date.
 [[nodiscard]] std::optional<std::string> FileTimeText(const FILETIME& time);
 

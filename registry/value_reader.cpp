@@ -12,6 +12,8 @@ constexpr DWORD kLargestData = 16U << 20;
 
 constexpr DWORD kUsualTextBytes = 260;
 
+constexpr int kMostTries = 8;  // at a value that is larger each time
+
 }  // namespace
 
 CValueReader::CValueReader(DWORD nameBytes, DWORD dataBytes, TooLarge tooLarge)
@@ -70,7 +72,7 @@ QueriedText QueryWholeText(HKEY key, const char* name) {
     // Nearly every text fits, so its size is asked for only where it does not.
     QueriedText query = QueryText(key, name, kUsualTextBytes);
     // Another program may make the value larger between the two calls, hence the loop.
-    while (query.result == ERROR_MORE_DATA) {
+    for (int tries = 0; query.result == ERROR_MORE_DATA && tries < kMostTries; ++tries) {
         DWORD bytes = 0;
         const LSTATUS sized = ::RegQueryValueExA(key, name, nullptr, nullptr, nullptr, &bytes);
         if (sized != ERROR_SUCCESS) return {sized, REG_NONE, {}};
@@ -82,11 +84,12 @@ QueriedText QueryWholeText(HKEY key, const char* name) {
 
 LSTATUS FindValueNamed(HKEY key, const char* name, CancelPoll poll) {
     CValueReader values(kNameBytes, 0);
+    CWalkEnd end(CWalkEnd::Of::Values);
     for (DWORD index = 0;; ++index) {
         poll();
         const LSTATUS result = values.Read(key, index);
         if (result == ERROR_NO_MORE_ITEMS) return ERROR_FILE_NOT_FOUND;
-        if (EndsWalk(result)) return result;
+        if (end.IsReached(key, index, result)) return result;
         if (result == ERROR_SUCCESS && std::strcmp(values.Name(), name) == 0) return ERROR_SUCCESS;
     }
 }

@@ -70,11 +70,9 @@ LSTATUS DeleteKeyRecursive(const OpenedKey& parentKey, const std::string& subkey
 
 bool KeyHoldsOneValueOnly(HKEY key) {
     ValueBuffers value;
+    CWalkEnd end(CWalkEnd::Of::Values);
     DWORD count = 0;
-    for (LSTATUS result = ERROR_SUCCESS;; ++count) {
-        result = EnumValue(key, count, value);
-        if (EndsWalk(result)) break;
-    }
+    while (!end.IsReached(key, count, EnumValue(key, count, value))) ++count;
     char name[kNameBytes + 1];
     return count == 1 && EnumSubkey(key, 0, name) == ERROR_NO_MORE_ITEMS;
 }

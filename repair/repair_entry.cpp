@@ -61,7 +61,7 @@ bool DeleteValue(const RepairTarget& target, const std::string& valueName) {
 bool EmptyDefaultValue(const RepairTarget& target) {
     CUniqueKey key;
     if (!PrepareChange(target, key)) return false;
-    target.undo.RememberDefault(key.Get(), KeyTextOf(target, target.subkeyPath));
+    if (!target.undo.RememberDefault(key.Get(), KeyTextOf(target, target.subkeyPath))) return false;
     return ::RegSetValueExA(key.Get(), nullptr, 0, REG_SZ, nullptr, 0) == ERROR_SUCCESS;
 }
 

@@ -16,11 +16,13 @@ constexpr DWORD kPieceBytes = 64 * 1024;
 // Whoever looks at a new file, as scanners do, must not keep us from it.
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// The text in the capital letters by which the registry compares names.
+/// The text in the capital letters by which the registry compares names; as it is where the system cannot
+/// turn it into them: an empty text would be that of every key.
 std::string InCapitals(std::string_view text) {
     const auto bytes = static_cast<int>(text.size());
     std::wstring wide(text.size(), L'\0');
     const int length = ::MultiByteToWideChar(CP_ACP, 0, text.data(), bytes, wide.data(), bytes);
+    if (length == 0) return std::string(text);
     wide.resize(static_cast<std::size_t>(length));
     ::CharUpperBuffW(wide.data(), static_cast<DWORD>(length));
     return {reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t)};

@@ -11,7 +11,12 @@
 
 namespace {
 
-std::string UndoFilePath(const std::string& name) { return UndoFolder() + "\\" + name; }
+/// The full path of an undo file that is there; empty where our own folder is not known: in the root of the
+/// drive, anybody's may lie.
+std::string UndoFilePath(const std::string& name) {
+    const std::string folder = ProgramFolder();
+    return folder.empty() ? folder : folder + "\\Undo\\" + name;
+}
 
 /// The full path of the system's registry editor; empty where it is not known.
 std::string RegistryEditor() {
@@ -38,8 +43,9 @@ bool DeleteWithCompanion(const std::string& file) {
 std::string UndoFolder() { return ProgramFolder() + "\\Undo"; }
 
 std::string MakeUndoFileName() {
-    ::CreateDirectoryA(UndoFolder().c_str(), nullptr);
-    return UndoFilePath(LocalTimeName() + kUndoFileEnding);
+    const std::string folder = UndoFolder();
+    ::CreateDirectoryA(folder.c_str(), nullptr);
+    return folder + "\\" + LocalTimeName() + kUndoFileEnding;
 }
 
 std::optional<std::string> ClaimUndoFile() {
@@ -68,10 +74,10 @@ bool DropEmptyUndoFile(const std::string& fileName) {
 
 std::vector<std::string> FindUndoFiles() {
     std::vector<std::string> names;
-    // Beside a program that does not know where it is would be the root of a drive.
-    if (ProgramFolder().empty()) return names;
+    const std::string pattern = UndoFilePath("*.reg");
+    if (pattern.empty()) return names;
     WIN32_FIND_DATAA entry;
-    const CUniqueFind search(::FindFirstFileA(UndoFilePath("*.reg").c_str(), &entry));
+    const CUniqueFind search(::FindFirstFileA(pattern.c_str(), &entry));
     if (!search) return names;
     do {
         if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) names.emplace_back(entry.cFileName);
@@ -84,7 +90,8 @@ bool DeleteUndoFile(const std::string& name) { return DeleteWithCompanion(UndoFi
 bool ReplayUndoFile(const std::string& name) {
     const std::string editor = RegistryEditor();
     const std::string file = UndoFilePath(name);
-    if (editor.empty() || !FileExists(editor) || !MayReplay(file)) return false;
+    if (editor.empty() || !FileExists(editor)) return false;
+    if (file.empty() || !MayReplay(file)) return false;
     const std::string command = "\"" + editor + "\" /s \"" + file + "\"";
     constexpr UINT kLastError = 31;
     return SystemActions().RunProgram(command.c_str(), SW_HIDE) > kLastError;

@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-/// The folder of the undo files, beside the program, without a trailing backslash.
+/// The folder of the undo files, beside the program, without a trailing backslash. Where the program's own
+/// folder is not known, it is one in the root of the drive: better a copy there than none.
 [[nodiscard]] std::string UndoFolder();
 
 /// Names a new undo file by the local time and makes its folder; the file itself is made by the first export.

@@ -61,16 +61,19 @@ void CUndoRecord::ListBranch(const std::string& keyText) {
     if (!m_listed.contains(keyText) && AddToCompanion(m_fileName, keyText)) m_listed.insert(keyText);
 }
 
-void CUndoRecord::RememberDefault(HKEY key, const std::string& keyText) {
+bool CUndoRecord::RememberDefault(HKEY key, const std::string& keyText) {
     const std::wstring objectName = KeyObjectName(key);
     for (const Emptied& emptied : m_emptied)
-        if (!objectName.empty() && emptied.objectName == objectName) return;  // the first time counts
+        if (!objectName.empty() && emptied.objectName == objectName) return true;  // the first time counts
     std::vector<unsigned char> data(kExportedDataBytes);
     auto size = static_cast<DWORD>(data.size());
     DWORD type = REG_NONE;
+    const LSTATUS result = ::RegQueryValueExA(key, nullptr, nullptr, &type, data.data(), &size);
     // Without a default value there is nothing to come back; one that is too large is not in any export
     // either.
-    if (::RegQueryValueExA(key, nullptr, nullptr, &type, data.data(), &size) != ERROR_SUCCESS) return;
+    const bool isTooLarge = result == ERROR_MORE_DATA && size > kExportedDataBytes;
+    if (result != ERROR_SUCCESS) return result == ERROR_FILE_NOT_FOUND || isTooLarge;
     data.resize(size);
     m_emptied.push_back({objectName, keyText, type, std::move(data)});
+    return true;
 }

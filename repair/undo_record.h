@@ -36,7 +36,8 @@ public:
 
     /// Call before a key's default value is emptied, when its export is written.
     /// @param key  open for reading values; borrowed.
-    void RememberDefault(HKEY key, const std::string& keyText);
+    /// @return false when the value is there and could not be read: emptied, it would come back so.
+    [[nodiscard]] bool RememberDefault(HKEY key, const std::string& keyText);
 
 private:
     struct Emptied {

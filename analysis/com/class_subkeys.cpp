@@ -80,11 +80,12 @@ Reason ReasonOfDeath(DefaultTest test, const char* data) {
 /// Walks the values up to the default value; behind the last value, an empty default value is judged.
 void CheckFamilyKey(const Family& family, HKEY key, const Subkey& subkey) {
     CValueReader value = WholeValues();
+    CWalkEnd end(CWalkEnd::Of::Values);
     for (DWORD index = 0;; ++index) {
         PollCancel();
         const LSTATUS result = value.Read(key, index);
         if (result != ERROR_SUCCESS && result != ERROR_NO_MORE_ITEMS) {
-            if (EndsWalk(result)) return;
+            if (end.IsReached(key, index, result)) return;
             continue;
         }
         // Deliberate: once in every round, with the name and data of that round.

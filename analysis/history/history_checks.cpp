@@ -75,11 +75,12 @@ void ReportOpenedFiles(const Subkey& entry) {
     const CUniqueKey key = OpenForAll(entry.parent, entry.name);
     if (!key) return;
     CValueReader value(kValueNameBytes, kValueDataBytes);
+    CWalkEnd end(CWalkEnd::Of::Values);
     DWORD index = 0;
     for (int rereadings = 0; rereadings <= kMostRereadings;) {
         PollCancel();
         const LSTATUS result = value.Read(key.Get(), index);
-        if (EndsWalk(result)) return;
+        if (end.IsReached(key.Get(), index, result)) return;
         if (result == ERROR_SUCCESS && !value.HasName()) {
             // Deliberate: the default value does not advance this walk, and what lies behind it is not
             // reported.

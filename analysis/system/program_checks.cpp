@@ -90,6 +90,7 @@ Walk CheckCacheEntry(const Subkey& entry) {
         return Walk::Stop;
     const CachedPath cached = CacheRecordPath({record.get(), bytes});
     const std::string path = InCodePage(cached.text);
+    if (path.empty() && !cached.text.empty()) return Walk::Next;  // the system could not tell it
     // The beginning of a path that is too long may name something else.
     if (!cached.isWhole || PathIsMissing(path))
         ReportUntimed(reasons::kCachedPathMissing, entry.path.c_str(), kCacheValue, path.c_str());

@@ -82,7 +82,7 @@ TEST_CASE("a key whose default value is put behind an export is listed, too") {
     CCompanionBench bench;
     const HKEY below = bench.Key().Add("a");
     SetText(below, "", "text");
-    bench.Undo().RememberDefault(below, bench.KeyText("\\A"));
+    CHECK(bench.Undo().RememberDefault(below, bench.KeyText("\\A")));
     CHECK(bench.Export() == 0);
     CHECK(FileText(bench.UndoFile()).ends_with("[" + bench.KeyText("\\A]\r\n@=\"text\"\r\n\r\n")));
     CHECK(FileText(bench.Companion()) == bench.KeyText("\r\n") + bench.KeyText("\\A\r\n"));

@@ -7,6 +7,12 @@
 namespace {
 
 std::atomic<long> g_allocations = 0;
+std::atomic<long> g_freed = 0;
+
+void Free(void* memory) noexcept {
+    if (memory != nullptr) ++g_freed;
+    std::free(memory);
+}
 
 }  // namespace
 
@@ -16,7 +22,9 @@ void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
 
 long AllocationCount() { return g_allocations; }
+
+long LiveAllocations() { return g_allocations - g_freed; }

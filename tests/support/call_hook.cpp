@@ -7,13 +7,15 @@
 namespace {
 
 /// Finds the place from which this program calls an imported function; null: it imports none of that name.
-FARPROC* FindImport(std::string_view function) {
+/// @param library  null: of whichever library.
+FARPROC* FindImport(std::string_view function, const char* library = nullptr) {
     const auto base = reinterpret_cast<char*>(::GetModuleHandleA(nullptr));
     const auto dos = reinterpret_cast<IMAGE_DOS_HEADER*>(base);
     const auto headers = reinterpret_cast<IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
     const DWORD imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
     for (auto module = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports); module->Name != 0;
          ++module) {
+        if (library != nullptr && ::lstrcmpiA(base + module->Name, library) != 0) continue;
         auto name = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->OriginalFirstThunk);
         auto slot = reinterpret_cast<FARPROC*>(base + module->FirstThunk);
         for (; name->u1.AddressOfData != 0; ++name, ++slot) {
@@ -28,6 +30,10 @@ FARPROC* FindImport(std::string_view function) {
 }  // namespace
 
 bool CCallHook::IsImported(const char* function) { return FindImport(function) != nullptr; }
+
+bool CCallHook::IsImportedFrom(const char* function, const char* library) {
+    return FindImport(function, library) != nullptr;
+}
 
 CCallHook::CCallHook(const char* function, FARPROC replacement, FARPROC* before)
     : m_slot(FindImport(function)), m_before(nullptr) {

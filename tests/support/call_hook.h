@@ -16,6 +16,9 @@ public:
     /// Whether this program imports a function of that name.
     [[nodiscard]] static bool IsImported(const char* function);
 
+    /// The same, of one library, as in "kernel32.dll".
+    [[nodiscard]] static bool IsImportedFrom(const char* function, const char* library);
+
     /// The imported function itself.
     [[nodiscard]] FARPROC Before() const { return m_before; }
 
