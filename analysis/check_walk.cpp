@@ -20,7 +20,7 @@ bool NextSubkey(HKEY key, DWORD index, const SubkeyWalk& walk, char (&name)[kNam
     std::memset(name, 0, sizeof name);
     DWORD nameBytes = walk.nameBytes;
     const LSTATUS result = ::RegEnumKeyExA(key, index, name, &nameBytes, nullptr, nullptr, nullptr, &written);
-    if (result != ERROR_SUCCESS) name[0] = '\0';
+    if (result != ERROR_SUCCESS || !CanOpenByName(name, nameBytes)) name[0] = '\0';
     return !EndsWalk(result);
 }
 

@@ -10,6 +10,8 @@
 #include "registry/key_link.h"
 #include "registry/key_path.h"
 #include "registry/letter_case_rules.h"
+#include "registry/registry_access.h"
+#include "registry/subkey_order.h"
 #include "repair/export_text_rules.h"
 
 namespace {
@@ -93,7 +95,8 @@ private:
             if (result != ERROR_SUCCESS) return result;
             m_usedBytes = dataBytes;
             const std::string_view name(m_name, nameBytes);
-            m_text.WriteValue(name.substr(0, name.find('\0')), type, {m_data, dataBytes});
+            // What stands before a zero byte names another value, which a replay would overwrite.
+            if (name.find('\0') == std::string_view::npos) m_text.WriteValue(name, type, {m_data, dataBytes});
         }
         return ERROR_NO_MORE_ITEMS;
     }
@@ -101,11 +104,12 @@ private:
     void WriteSubkeys(HKEY key, DWORD count) {
         const std::size_t length = m_path.size();
         char name[kSubkeyNameBytes];
+        CSubkeyOrder order;
         for (DWORD index = 0; index < count; ++index) {
             if (::RegEnumKeyA(key, index, name, sizeof name) != ERROR_SUCCESS) return;
-            // A name that begins with a zero byte: without a name, the key itself is opened, and so without
-            // end.
-            if (name[0] == '\0') continue;
+            // A name that begins with a zero byte would open the key itself, and so without end.
+            if (!CanOpenByName(name, static_cast<DWORD>(std::strlen(name)))) continue;
+            if (!order.IsFirst(key, index, name)) continue;
             CUniqueKey subkey;
             if (OpenKeyItself(key, name, kExportAccess, subkey) != ERROR_SUCCESS) continue;
             m_path += '\\';
