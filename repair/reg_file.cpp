@@ -57,7 +57,7 @@ struct KeySize {
 /// One export under way: its text and the buffers that every value is read into.
 class CExport {
 public:
-    explicit CExport(CByteSink& sink) : m_text(sink) {}
+    CExport(CByteSink& sink, ExportedLink link) : m_text(sink), m_link(link) {}
 
     [[nodiscard]] CExportText& Text() { return m_text; }
 
@@ -95,10 +95,16 @@ private:
             if (result != ERROR_SUCCESS) return result;
             m_usedBytes = dataBytes;
             const std::string_view name(m_name, nameBytes);
-            // What stands before a zero byte names another value, which a replay would overwrite.
-            if (name.find('\0') == std::string_view::npos) m_text.WriteValue(name, type, {m_data, dataBytes});
+            if (!IsLeftOut(name, type)) m_text.WriteValue(name, type, {m_data, dataBytes});
         }
         return ERROR_NO_MORE_ITEMS;
+    }
+
+    /// Whether a replay would write a value elsewhere: what stands before a zero byte names another value,
+    /// and in a branch that stays, a link is still there and leads the replay to another key.
+    [[nodiscard]] bool IsLeftOut(std::string_view name, DWORD type) const {
+        return name.find('\0') != std::string_view::npos ||
+               (m_link == ExportedLink::Followed && type == REG_LINK && name == kLinkValueName);
     }
 
     void WriteSubkeys(HKEY key, DWORD count) {
@@ -120,6 +126,7 @@ private:
     }
 
     CExportText m_text;
+    ExportedLink m_link;
     std::string m_path;
     char m_name[kValueNameBytes];
     unsigned char m_data[kExportedDataBytes];
@@ -169,7 +176,7 @@ DWORD CRegFile::ExportKey(const char* fileName, const char* keyText, ExportedLin
         ::CreateFileA(fileName, GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) return ERROR_SUCCESS;
     CFileSink sink(file.Get());
-    const auto branches = std::make_unique<CExport>(sink);
+    const auto branches = std::make_unique<CExport>(sink, link);
     if (!OpenText(file.Get(), branches->Text())) return ERROR_SUCCESS;
     if (keyText != nullptr) {
         branches->WriteBranch(key.Get(), keyText);
