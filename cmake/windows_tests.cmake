@@ -47,6 +47,11 @@ if(TARGET vellumor_help)
     add_dependencies(e2e_tests vellumor_help)
 endif()
 
+# Runs the real programs over a registry that means harm.
+vellumor_test_program(hostile vellumor_driver vellumor_console vellumor_test_support shlwapi)
+target_sources(hostile_tests PRIVATE tests/e2e/program.cpp tests/e2e/shown_rows.cpp)
+add_dependencies(hostile_tests vellumor vellumor_cli)
+
 # These make undo files and backups in the folder that they lie in.
 set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
 
