@@ -40,6 +40,7 @@ target_link_libraries(vellumor_driver PUBLIC vellumor_options)
 # The whole set runs the main architecture's program; the other one shows that it starts and analyses.
 if(NOT VELLUMOR_ARCH STREQUAL "x86")
     set(e2e_tests_arguments --test-suite=smoke)
+    set(hostile_tests_arguments --test-suite=smoke)
 endif()
 vellumor_test_program(e2e vellumor_driver vellumor_console vellumor_test_support shlwapi)
 add_dependencies(e2e_tests vellumor vellumor_cli)

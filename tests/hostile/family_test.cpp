@@ -55,7 +55,8 @@ TEST_CASE("names with line breaks are found and cleaned, and not replayed") {
 
 TEST_CASE("hostile data are found, cleaned and brought back") { RunFamily(&PlantData, true); }
 
-TEST_CASE("references to devices, pipes and streams are found, cleaned and brought back") {
+TEST_CASE("references to devices, pipes and streams are found, cleaned and brought back" *
+          doctest::test_suite("smoke")) {
     RunFamily(&PlantReferences, true);
 }
 
