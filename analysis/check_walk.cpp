@@ -20,7 +20,7 @@ bool NextSubkey(HKEY key, DWORD index, const SubkeyWalk& walk, CWalkEnd& end, ch
     std::memset(name, 0, sizeof name);
     DWORD nameBytes = walk.nameBytes;
     const LSTATUS result = ::RegEnumKeyExA(key, index, name, &nameBytes, nullptr, nullptr, nullptr, &written);
-    if (result != ERROR_SUCCESS) name[0] = '\0';
+    if (result != ERROR_SUCCESS || !CanOpenByName(name, nameBytes)) name[0] = '\0';
     return !end.IsReached(key, index, result);
 }
 

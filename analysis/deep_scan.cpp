@@ -10,7 +10,9 @@
 #include "analysis/report.h"
 #include "registry/file_reference.h"
 #include "registry/file_reference_rules.h"
+#include "registry/key_link.h"
 #include "registry/registry_access.h"
+#include "registry/subkey_order.h"
 
 namespace {
 
@@ -47,10 +49,14 @@ private:
 /// enumeration, unless it holds a path.
 class CDeepScan {
 public:
-    void ScanKey(HKEY key, const char* path) {
-        if (KeyIsSkipped(path)) return;
-        ScanValues(key, path);
+    enum class Opened { MayBeLink, NoLink };
+
+    /// @return false for a link, which has not been followed.
+    bool ScanKey(HKEY key, const char* path, Opened opened) {
+        if (KeyIsSkipped(path)) return true;
+        if (!ScanValues(key, path, opened)) return false;
         ScanSubkeys(key, path);
+        return true;
     }
 
 private:
@@ -67,15 +73,19 @@ private:
         if (ExtractFilePath(value.name, candidate)) ReportIfFileMissing(keyPath, value.name, candidate);
     }
 
-    void ScanValues(HKEY key, const char* path) const {
+    /// @return false for a link.
+    [[nodiscard]] bool ScanValues(HKEY key, const char* path, Opened opened) const {
         ValueBuffers value;
         CWalkEnd end(CWalkEnd::Of::Values);
         for (DWORD index = 0;; ++index) {
             PollCancel();
             ReportProgress(path);
-            if (end.IsReached(key, index, EnumValue(key, index, value))) return;
-            // Whatever else the call answered, the buffers are examined as it left them.
-            ScanValue(path, value);
+            if (end.IsReached(key, index, EnumValue(key, index, value))) return true;
+            if (opened == Opened::MayBeLink && std::strcmp(value.name, kLinkValueName) == 0 && MayBeLink(key))
+                return false;
+            // Whatever else the call answered, the buffers are examined as it left them. But of a name with a
+            // zero byte what is left names another value, which would be cleaned in the place of this one.
+            if (!value.HasHiddenName()) ScanValue(path, value);
         }
     }
 
@@ -83,23 +93,38 @@ private:
         char name[kNameBytes + 1];
         char childPath[kScanPathBytes];
         CWalkEnd end(CWalkEnd::Of::Subkeys);
+        CSubkeyOrder order;
         for (DWORD index = 0;; ++index) {
             const LSTATUS result = EnumSubkey(key, index, name);
             if (end.IsReached(key, index, result)) return;
-            if (result != ERROR_SUCCESS) continue;
+            if (result != ERROR_SUCCESS || !order.IsFirst(key, index, name)) continue;
             const int length = std::snprintf(childPath, sizeof childPath, "%s\\%s", path, name);
             if (length < 0 || static_cast<std::size_t>(length) >= sizeof childPath) continue;
             CUniqueKey child;
-            if (OpenKey(key, name, kReadAccess, child) == ERROR_SUCCESS) ScanKey(child.Get(), childPath);
+            if (OpenKeyItself(key, name, kReadAccess, child) != ERROR_SUCCESS) continue;
+            if (!ScanKey(child.Get(), childPath, Opened::MayBeLink))
+                ScanTarget(key, name, child.Get(), childPath);
         }
     }
 
+    void ScanTarget(HKEY parent, const char* name, HKEY link, const char* path) {
+        CUniqueKey target;
+        if (OpenKey(parent, name, kReadAccess, target) != ERROR_SUCCESS) return;
+        // Any key may have the value that tells where a link leads.
+        if (IsSameKey(link, target.Get()) || m_links.MayFollow(link, target.Get()))
+            (void)ScanKey(target.Get(), path, Opened::NoLink);
+    }
+
     CSystemFolders m_folders;
+    CFollowedLinks m_links;
 };
 
 }  // namespace
 
-void ScanHiveForDeadFiles(HKEY key, const char* path) { CDeepScan().ScanKey(key, path); }
+void ScanHiveForDeadFiles(HKEY key, const char* path) {
+    using Scan = CDeepScan;
+    (void)Scan().ScanKey(key, path, Scan::Opened::NoLink);
+}
 
 void ScanLocalMachine() { ScanHiveForDeadFiles(HKEY_LOCAL_MACHINE, R"(\HKEY_LOCAL_MACHINE)"); }
 void ScanCurrentUser() { ScanHiveForDeadFiles(HKEY_CURRENT_USER, R"(\HKEY_CURRENT_USER)"); }

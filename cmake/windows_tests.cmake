@@ -59,6 +59,7 @@ target_include_directories(faults_tests PRIVATE ${PROJECT_BINARY_DIR}/engine)
 if(NOT VELLUMOR_ARCH STREQUAL "x86")
     set(e2e_tests_arguments --test-suite=smoke)
     set(load_tests_arguments --test-suite=smoke)
+    set(hostile_tests_arguments --test-suite=smoke)
 endif()
 vellumor_test_program(e2e vellumor_driver vellumor_console vellumor_test_support shlwapi)
 add_dependencies(e2e_tests vellumor vellumor_cli)
@@ -72,6 +73,11 @@ foreach(source e2e/program e2e/rule_plants e2e/rule_plants_classes e2e/rule_plan
         e2e/shown_rows e2e/whole_registry ui/shell)
     target_sources(load_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests/${source}.cpp)
 endforeach()
+
+# Runs the real programs over a registry that means harm.
+vellumor_test_program(hostile vellumor_driver vellumor_console vellumor_test_support shlwapi)
+target_sources(hostile_tests PRIVATE tests/e2e/program.cpp tests/e2e/shown_rows.cpp)
+add_dependencies(hostile_tests vellumor vellumor_cli)
 
 # These make undo files and backups in the folder that they lie in.
 set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console ${VELLUMOR_ARCH}.load ${VELLUMOR_ARCH}.faults PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)

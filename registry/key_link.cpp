@@ -33,7 +33,7 @@ LSTATUS OpenKeyItself(HKEY parent, const char* subkey, REGSAM access, CUniqueKey
 
 bool MayBeLink(HKEY key) {
     DWORD type = REG_NONE;
-    const LSTATUS result = ::RegQueryValueExA(key, "SymbolicLinkValue", nullptr, &type, nullptr, nullptr);
+    const LSTATUS result = ::RegQueryValueExA(key, kLinkValueName, nullptr, &type, nullptr, nullptr);
     return result == ERROR_SUCCESS ? type == REG_LINK : result != ERROR_FILE_NOT_FOUND;
 }
 
@@ -60,6 +60,19 @@ std::wstring KeyObjectName(HKEY key) {
     // The name stands behind its length in bytes.
     const ULONG bytes = *reinterpret_cast<const ULONG*>(answer.data());
     return {reinterpret_cast<const wchar_t*>(answer.data() + sizeof(ULONG)), bytes / sizeof(wchar_t)};
+}
+
+bool CFollowedLinks::MayFollow(HKEY link, HKEY target) {
+    // A system's own keys are reached by two or three ways.
+    constexpr int kMostEntries = 4;
+    const auto nameOf = [](HKEY key) {
+        std::wstring name = KeyObjectName(key);
+        ::CharUpperBuffW(name.data(), static_cast<DWORD>(name.size()));
+        return name;
+    };
+    const std::wstring name = nameOf(target);
+    if (name.empty() || (nameOf(link) + L"\\").starts_with(name + L"\\")) return false;
+    return ++m_entries[name] <= kMostEntries;
 }
 
 bool IsSameKey(HKEY one, HKEY other) {

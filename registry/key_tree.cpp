@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "registry/key_link.h"
 #include "registry/key_path_rules.h"
 #include "registry/registry_access.h"
+#include "registry/subkey_order.h"
 
 namespace {
 
@@ -20,25 +22,46 @@ bool HoldsNoValue(HKEY key, CancelPoll poll) {
     }
 }
 
-bool TreeIsEmpty(HKEY key, int level, CancelPoll poll) {
-    if (!HoldsNoValue(key, poll)) return false;
-    char name[kNameBytes + 1];
-    CWalkEnd end(CWalkEnd::Of::Subkeys);
-    for (DWORD index = 0;; ++index) {
-        poll();
-        const LSTATUS result = EnumSubkey(key, index, name);
-        if (end.IsReached(key, index, result)) return !end.HasGivenUp();
-        if (result != ERROR_SUCCESS || level >= kDeepestLevel) continue;
-        CUniqueKey child;
-        if (OpenKey(key, name, kReadAccess, child) != ERROR_SUCCESS) continue;
-        if (!TreeIsEmpty(child.Get(), level + 1, poll)) return false;
+/// One test of a tree. The level bounds the recursion.
+class CTreeTest {
+public:
+    explicit CTreeTest(CancelPoll poll) : m_poll(poll) {}
+
+    [[nodiscard]] bool IsEmpty(HKEY key, int level) {
+        if (!HoldsNoValue(key, m_poll)) return false;
+        char name[kNameBytes + 1];
+        CWalkEnd end(CWalkEnd::Of::Subkeys);
+        CSubkeyOrder order;
+        for (DWORD index = 0;; ++index) {
+            m_poll();
+            const LSTATUS result = EnumSubkey(key, index, name);
+            if (end.IsReached(key, index, result)) return !end.HasGivenUp();
+            if (result != ERROR_SUCCESS || level >= kDeepestLevel || !order.IsFirst(key, index, name))
+                continue;
+            if (!SubkeyIsEmpty(key, name, level + 1)) return false;
+        }
     }
-}
+
+private:
+    [[nodiscard]] bool SubkeyIsEmpty(HKEY parent, const char* name, int level) {
+        CUniqueKey child;
+        if (OpenKeyItself(parent, name, kReadAccess, child) != ERROR_SUCCESS) return true;
+        if (IsEmpty(child.Get(), level)) return true;
+        // A link's own value tells where it leads, and counts for nothing.
+        if (!MayBeLink(child.Get())) return false;
+        CUniqueKey target;
+        if (OpenKey(parent, name, kReadAccess, target) != ERROR_SUCCESS) return true;
+        if (IsSameKey(child.Get(), target.Get())) return false;  // it only pretends to be a link
+        return !m_links.MayFollow(child.Get(), target.Get()) || IsEmpty(target.Get(), level);
+    }
+
+    CancelPoll m_poll;
+    CFollowedLinks m_links;
+};
 
 }  // namespace
 
 bool KeyTreeIsEmpty(HKEY key, std::string_view path, CancelPoll poll) {
-    // The level bounds the recursion where a link leads back to its own parent.
     const auto level = static_cast<int>(std::count(path.begin(), path.end(), '\\')) - 1;
-    return TreeIsEmpty(key, level, poll);
+    return CTreeTest(poll).IsEmpty(key, level);
 }

@@ -32,15 +32,26 @@ LSTATUS OpenKey(HKEY parent, const char* subkey, REGSAM access, CUniqueKey& key)
 LSTATUS EnumValue(HKEY key, DWORD index, ValueBuffers& value) {
     value.Clear();
     DWORD nameBytes = kNameBytes;
-    return ::RegEnumValueA(key, index, value.name, &nameBytes, nullptr, nullptr,
-                           reinterpret_cast<BYTE*>(value.data), &value.dataBytes);
+    const LSTATUS result = ::RegEnumValueA(key, index, value.name, &nameBytes, nullptr, nullptr,
+                                           reinterpret_cast<BYTE*>(value.data), &value.dataBytes);
+    value.nameBytes = result == ERROR_SUCCESS ? nameBytes : static_cast<DWORD>(std::strlen(value.name));
+    return result;
+}
+
+bool CanOpenByName(const char* name, DWORD bytes) {
+    if (bytes == 0 || std::strlen(name) != bytes) return false;
+    if (std::strchr(name, '\\') == nullptr) return true;
+    // In some code pages the second byte of a character may be the same.
+    for (const char* place = name; *place != '\0'; place = ::CharNextA(place))
+        if (*place == '\\') return false;
+    return true;
 }
 
 LSTATUS EnumSubkey(HKEY key, DWORD index, char (&name)[kNameBytes + 1]) {
     std::memset(name, 0, sizeof name);
     DWORD nameBytes = kNameBytes;
     const LSTATUS result = ::RegEnumKeyExA(key, index, name, &nameBytes, nullptr, nullptr, nullptr, nullptr);
-    return result == ERROR_SUCCESS && name[0] == '\0' ? ERROR_INVALID_NAME : result;
+    return result == ERROR_SUCCESS && !CanOpenByName(name, nameBytes) ? ERROR_INVALID_NAME : result;
 }
 
 std::optional<std::string> FileTimeText(const FILETIME& time) {

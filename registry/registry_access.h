@@ -24,24 +24,33 @@ constexpr DWORD kDataBytes = 260;
 struct ValueBuffers {
     char name[kNameBytes + 1];
     char data[kDataBytes + 1];
+    DWORD nameBytes;  // as the call reported it, without a terminator
     DWORD dataBytes;  // as the call reported it, terminator included
 
     void Clear() {
         std::memset(name, 0, sizeof name);
         std::memset(data, 0, sizeof data);
+        nameBytes = 0;
         dataBytes = kDataBytes;
     }
+    /// Whether a zero byte stands in the name: what is before it names another value, or none.
+    [[nodiscard]] bool HasHiddenName() const { return nameBytes != std::strlen(name); }
 };
 
 /// Opens a subkey; an empty or null subkey opens `parent` itself again.
 [[nodiscard]] LSTATUS OpenKey(HKEY parent, const char* subkey, REGSAM access, CUniqueKey& key);
 
+/// Whether a subkey can be opened by its name as an enumeration tells it. What stands before a zero byte
+/// names another key, and nothing at all the key above. A backslash comes of a character that the code page
+/// lacks, and would lead to a key further down.
+/// @param bytes  length of the name as the enumeration told it.
+[[nodiscard]] bool CanOpenByName(const char* name, DWORD bytes);
+
 /// Clears the buffers and enumerates one value; its type is not looked at.
 [[nodiscard]] LSTATUS EnumValue(HKEY key, DWORD index, ValueBuffers& value);
 
 /// Enumerates one subkey's name; on failure the name is empty.
-/// @return the system's code; ERROR_INVALID_NAME for a name that begins with a zero byte: what is left of it
-/// opens the key itself, and so without end.
+/// @return the system's code; ERROR_INVALID_NAME for a name that no call could open the subkey by.
 [[nodiscard]] LSTATUS EnumSubkey(HKEY key, DWORD index, char (&name)[kNameBytes + 1]);
 
 /// Whether an enumeration result ends the walk of its key. Besides the regular end these are the answers of a

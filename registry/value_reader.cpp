@@ -37,9 +37,12 @@ LSTATUS CValueReader::Enumerate(HKEY key, DWORD index) {
     auto nameBytes = static_cast<DWORD>(m_name.size() - 1);
     auto dataBytes = static_cast<DWORD>(m_data.size() - 1);
     m_type = REG_NONE;
-    return ::RegEnumValueA(key, index, m_name.data(), &nameBytes, nullptr, &m_type,
-                           m_readsData ? reinterpret_cast<BYTE*>(m_data.data()) : nullptr,
-                           m_readsData ? &dataBytes : nullptr);
+    const LSTATUS result = ::RegEnumValueA(key, index, m_name.data(), &nameBytes, nullptr, &m_type,
+                                           m_readsData ? reinterpret_cast<BYTE*>(m_data.data()) : nullptr,
+                                           m_readsData ? &dataBytes : nullptr);
+    // What stands before a zero byte names another value.
+    const bool isHidden = result == ERROR_SUCCESS && std::strlen(m_name.data()) != nameBytes;
+    return isHidden ? ERROR_INVALID_NAME : result;
 }
 
 bool CValueReader::GrowFor(HKEY key) {

@@ -22,7 +22,8 @@ public:
     CValueReader(DWORD nameBytes, DWORD dataBytes, TooLarge tooLarge = TooLarge::Skip);
 
     /// Reads the value of an index. After a failure name and data are empty.
-    /// @return the system's code: ERROR_NO_MORE_ITEMS behind the last value.
+    /// @return the system's code: ERROR_NO_MORE_ITEMS behind the last value; ERROR_INVALID_NAME for one whose
+    /// name holds a zero byte, by which no call would find it.
     [[nodiscard]] LSTATUS Read(HKEY key, DWORD index);
 
     [[nodiscard]] const char* Name() const { return m_name.data(); }

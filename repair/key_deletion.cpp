@@ -1,5 +1,6 @@
 #include "repair/key_deletion.h"
 
+#include <cstring>
 #include <set>
 
 #include "platform/owners.h"
@@ -7,6 +8,7 @@
 #include "registry/key_ownership.h"
 #include "registry/key_path_rules.h"
 #include "registry/registry_access.h"
+#include "registry/subkey_order.h"
 
 namespace {
 
@@ -38,6 +40,9 @@ private:
             if (found == ERROR_NO_MORE_ITEMS) return ERROR_SUCCESS;
             if (found != ERROR_SUCCESS) return found;
             const LSTATUS deleted = Delete(key, name);
+            // There is no use in waiting for a key that no name leads to.
+            if (deleted == ERROR_INVALID_NAME) return deleted;
+            if (deleted == ERROR_FILE_NOT_FOUND && IsHidden(key.key, name)) return ERROR_INVALID_NAME;
             // A key that somebody makes anew as often as it is deleted is no change either.
             if (deleted == ERROR_SUCCESS && deletedNames.insert(name).second) {
                 m_standsStill = false;
@@ -46,6 +51,13 @@ private:
             if (HasStoodStillTooLong()) return deleted;
             ::Sleep(kRetryPeriod);
         }
+    }
+
+    /// Whether the first subkey is still the one of that name, yet really has another one.
+    [[nodiscard]] static bool IsHidden(HKEY key, const char* name) {
+        char first[kNameBytes + 1];
+        return EnumSubkey(key, 0, first) == ERROR_SUCCESS && std::strcmp(first, name) == 0 &&
+               !IsItsName(key, 0, name);
     }
 
     [[nodiscard]] bool HasStoodStillTooLong() {

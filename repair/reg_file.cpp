@@ -10,6 +10,8 @@
 #include "registry/key_link.h"
 #include "registry/key_path.h"
 #include "registry/letter_case_rules.h"
+#include "registry/registry_access.h"
+#include "registry/subkey_order.h"
 #include "repair/export_text_rules.h"
 
 namespace {
@@ -27,20 +29,20 @@ static_assert(kUsualDataBytes <= kExportedDataBytes);
 
 class CFileSink : public CByteSink {
 public:
-    /// @param isWhole  becomes false when something is not written.
-    CFileSink(HANDLE file, bool& isWhole) : m_file(file), m_isWhole(isWhole) {}
+    /// @param isWritten  becomes false when something is not written.
+    CFileSink(HANDLE file, bool& isWritten) : m_file(file), m_isWritten(isWritten) {}
 
     [[nodiscard]] bool Write(const char* bytes, std::size_t count) override {
         DWORD written = 0;
         const bool isTaken =
             ::WriteFile(m_file, bytes, static_cast<DWORD>(count), &written, nullptr) != FALSE;
-        if (!isTaken || written != count) m_isWhole = false;
+        if (!isTaken || written != count) m_isWritten = false;
         return isTaken;
     }
 
 private:
     HANDLE m_file;
-    bool& m_isWhole;
+    bool& m_isWritten;
 };
 
 /// How many values and subkeys a key has. Knowing that saves the two calls that would only tell that there
@@ -61,9 +63,10 @@ struct KeySize {
 /// One export under way: its text and the buffers that every value is read into.
 class CExport {
 public:
-    explicit CExport(CByteSink& sink) : m_text(sink) {}
+    CExport(CByteSink& sink, ExportedLink link) : m_text(sink), m_link(link) {}
 
     [[nodiscard]] CExportText& Text() { return m_text; }
+    [[nodiscard]] bool IsRead() const { return m_isRead; }
 
     /// @param isMerged  whether the branch lies in the root that the system merges of two others. How it
     ///                  counts there is not documented, so all is walked to its end.
@@ -99,26 +102,45 @@ private:
                 dataBytes = sizeof m_data;
                 result = ::RegEnumValueA(key, index, m_name, &nameBytes, nullptr, &type, m_data, &dataBytes);
             }
-            if (result != ERROR_SUCCESS) return result;
+            if (result != ERROR_SUCCESS) {
+                NoteEnd(result);
+                return result;
+            }
             m_usedBytes = dataBytes;
             const std::string_view name(m_name, nameBytes);
-            // Deliberate: without a name it would come back as the key's default value, and take its place.
-            if (name.starts_with('\0')) continue;
-            m_text.WriteValue(name.substr(0, name.find('\0')), type, {m_data, dataBytes});
+            if (!IsLeftOut(name, type)) m_text.WriteValue(name, type, {m_data, dataBytes});
         }
         return ERROR_NO_MORE_ITEMS;
+    }
+
+    /// Whether a replay would write a value elsewhere: what stands before a zero byte names another value,
+    /// and in a branch that stays, a link is still there and leads the replay to another key.
+    [[nodiscard]] bool IsLeftOut(std::string_view name, DWORD type) const {
+        return name.find('\0') != std::string_view::npos ||
+               (m_link == ExportedLink::Followed && type == REG_LINK && name == kLinkValueName);
+    }
+
+    /// Notes what ended a walk.
+    void NoteEnd(LSTATUS result) {
+        if (result != ERROR_NO_MORE_ITEMS && result != ERROR_MORE_DATA) m_isRead = false;
     }
 
     void WriteSubkeys(HKEY key, DWORD count) {
         const std::size_t length = m_path.size();
         char name[kSubkeyNameBytes];
+        CSubkeyOrder order;
         for (DWORD index = 0; index < count; ++index) {
-            if (::RegEnumKeyA(key, index, name, sizeof name) != ERROR_SUCCESS) return;
-            // A name that begins with a zero byte: without a name, the key itself is opened, and so without
-            // end.
-            if (name[0] == '\0') continue;
+            const LSTATUS found = ::RegEnumKeyA(key, index, name, sizeof name);
+            if (found != ERROR_SUCCESS) return NoteEnd(found);
+            // A name that begins with a zero byte would open the key itself, and so without end.
+            if (!CanOpenByName(name, static_cast<DWORD>(std::strlen(name)))) continue;
+            if (!order.IsFirst(key, index, name)) continue;
             CUniqueKey subkey;
-            if (OpenKeyItself(key, name, kExportAccess, subkey) != ERROR_SUCCESS) continue;
+            if (OpenKeyItself(key, name, kExportAccess, subkey) != ERROR_SUCCESS) {
+                // Where the branch stays, so does this subkey.
+                if (m_link == ExportedLink::Itself) m_isRead = false;
+                continue;
+            }
             m_path += '\\';
             m_path += name;
             WriteBranchAtPath(subkey.Get());
@@ -127,8 +149,10 @@ private:
     }
 
     CExportText m_text;
+    ExportedLink m_link;
     std::string m_path;
     bool m_isMerged = false;
+    bool m_isRead = true;
     char m_name[kValueNameBytes];
     unsigned char m_data[kExportedDataBytes];
     DWORD m_usedBytes = sizeof m_data;  // of the data buffer, which may hold anything up to there
@@ -181,10 +205,10 @@ DWORD CRegFile::ExportKey(const char* fileName, const char* keyText, ExportedLin
         if (opened != ERROR_SUCCESS) return opened;
     }
     const CUniqueFile file = OpenFile(fileName);
-    CFileSink sink(file.Get(), m_isWhole);
-    const auto branches = std::make_unique<CExport>(sink);
+    CFileSink sink(file.Get(), m_isWritten);
+    const auto branches = std::make_unique<CExport>(sink, link);
     if (!OpenText(file.Get(), branches->Text())) {
-        m_isWhole = false;
+        m_isWritten = false;
         return ERROR_SUCCESS;
     }
     if (keyText != nullptr) {
@@ -194,16 +218,17 @@ DWORD CRegFile::ExportKey(const char* fileName, const char* keyText, ExportedLin
         branches->WriteBranch(HKEY_USERS, "HKEY_USERS", false);
     }
     branches->Text().FlushOutput();
+    if (!branches->IsRead()) m_isRead = false;
     return ERROR_SUCCESS;
 }
 
 void CRegFile::AppendDefaultValue(const char* fileName, const char* keyText, DWORD type,
                                   std::span<const unsigned char> data) {
     const CUniqueFile file = OpenFile(fileName);
-    CFileSink sink(file.Get(), m_isWhole);
+    CFileSink sink(file.Get(), m_isWritten);
     CExportText text(sink);
     if (!OpenText(file.Get(), text)) {
-        m_isWhole = false;
+        m_isWritten = false;
         return;
     }
     text.WriteKeyLine(keyText);

@@ -40,7 +40,10 @@ public:
     DWORD ExportKey(const char* fileName, const char* keyText, ExportedLink link = ExportedLink::Followed);
 
     /// Whether all that was to be written so far has been written.
-    [[nodiscard]] bool IsWhole() const { return m_isWhole; }
+    [[nodiscard]] bool IsWritten() const { return m_isWritten; }
+    /// Whether all could be read: each value and, of a branch with its links themselves, each subkey. What is
+    /// merely too large for an export does not count.
+    [[nodiscard]] bool IsRead() const { return m_isRead; }
 
     /// Appends a block of one key with its default value alone. Failures are passed over, as above.
     void AppendDefaultValue(const char* fileName, const char* keyText, DWORD type,
@@ -57,5 +60,6 @@ public:
                                       ExportedLink link = ExportedLink::Followed);
 
 private:
-    bool m_isWhole = true;
+    bool m_isWritten = true;
+    bool m_isRead = true;
 };

@@ -6,6 +6,7 @@
 #include "platform/owners.h"
 #include "registry/key_path.h"
 #include "registry/registry_access.h"
+#include "registry/value_reader.h"
 #include "repair/entry_rules.h"
 #include "repair/kind_repairs.h"
 #include "repair/repair_access.h"
@@ -53,9 +54,29 @@ bool PrepareChange(const RepairTarget& target, CUniqueKey& key) {
     return ExportBranch(target, target.subkeyPath);
 }
 
+std::string InSmallLetters(std::string name) {
+    ::CharLowerBuffA(name.data(), static_cast<DWORD>(name.size()));
+    return name;
+}
+
+/// Whether two values of a key have the name. The narrow calls take characters that the code page lacks for
+/// similar ones, so an entry can be about a value whose name leads to another one.
+bool NameIsAmbiguous(HKEY key, const std::string& valueName) {
+    const std::string wanted = InSmallLetters(valueName);
+    CValueReader values(kNameBytes, 0);
+    CWalkEnd end(CWalkEnd::Of::Values);
+    int count = 0;
+    for (DWORD index = 0;; ++index) {
+        const LSTATUS result = values.Read(key, index);
+        if (end.IsReached(key, index, result)) return count > 1 || end.HasGivenUp();
+        if (result == ERROR_SUCCESS && InSmallLetters(values.Name()) == wanted) ++count;
+    }
+}
+
 bool DeleteValue(const RepairTarget& target, const std::string& valueName) {
     CUniqueKey key;
-    return PrepareChange(target, key) && ::RegDeleteValueA(key.Get(), valueName.c_str()) == ERROR_SUCCESS;
+    return PrepareChange(target, key) && !NameIsAmbiguous(key.Get(), valueName) &&
+           ::RegDeleteValueA(key.Get(), valueName.c_str()) == ERROR_SUCCESS;
 }
 
 bool EmptyDefaultValue(const RepairTarget& target) {

@@ -30,6 +30,12 @@ bool FileExists(const std::string& path) {
     return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+/// Names a new undo file by the local time and makes its folder.
+std::string MakeNameIn(const std::string& folder) {
+    ::CreateDirectoryA(folder.c_str(), nullptr);
+    return folder + "\\" + LocalTimeName() + kUndoFileEnding;
+}
+
 bool DeleteWithCompanion(const std::string& file) {
     if (::DeleteFileA(file.c_str()) == FALSE) return false;
     // After the file: without its companion, it would be replayed unread.
@@ -42,17 +48,15 @@ bool DeleteWithCompanion(const std::string& file) {
 
 std::string UndoFolder() { return ProgramFolder() + "\\Undo"; }
 
-std::string MakeUndoFileName() {
-    const std::string folder = UndoFolder();
-    ::CreateDirectoryA(folder.c_str(), nullptr);
-    return folder + "\\" + LocalTimeName() + kUndoFileEnding;
-}
+std::string MakeUndoFileName() { return MakeNameIn(UndoFolder()); }
 
 std::optional<std::string> ClaimUndoFile() {
     constexpr int kTries = 40;         // more than two names' time
     constexpr DWORD kTryPeriod = 100;  // milliseconds
+    const std::string programFolder = ProgramFolder();
+    if (programFolder.empty()) return std::nullopt;
     for (int left = kTries; left > 0; --left) {
-        const std::string fileName = MakeUndoFileName();
+        const std::string fileName = MakeNameIn(programFolder + "\\Undo");
         const CUniqueFile file(::CreateFileA(fileName.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                              FILE_ATTRIBUTE_NORMAL, nullptr));
         if (file) {
@@ -68,7 +72,8 @@ std::optional<std::string> ClaimUndoFile() {
 
 bool DropEmptyUndoFile(const std::string& fileName) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (::GetFileAttributesExA(fileName.c_str(), GetFileExInfoStandard, &data) == FALSE) return true;
+    if (::GetFileAttributesExA(fileName.c_str(), GetFileExInfoStandard, &data) == FALSE)
+        return ::GetLastError() == ERROR_FILE_NOT_FOUND;
     return data.nFileSizeHigh == 0 && data.nFileSizeLow == 0 && DeleteWithCompanion(fileName);
 }
 

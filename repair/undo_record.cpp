@@ -1,5 +1,7 @@
 #include "repair/undo_record.h"
 
+#include <optional>
+
 #include "registry/key_link.h"
 #include "repair/undo_companion.h"
 
@@ -13,10 +15,13 @@ bool MayContain(const std::wstring& branch, const std::wstring& key) {
     return key.size() == branch.size() || key[branch.size()] == L'\\';
 }
 
-/// A file's size in bytes; 0 where there is none.
-LONGLONG FileSize(const std::string& fileName) {
+/// A file's size in bytes; 0 where there is none, nothing where it is not known.
+std::optional<LONGLONG> FileSize(const std::string& fileName) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (::GetFileAttributesExA(fileName.c_str(), GetFileExInfoStandard, &data) == FALSE) return 0;
+    if (::GetFileAttributesExA(fileName.c_str(), GetFileExInfoStandard, &data) == FALSE) {
+        if (::GetLastError() == ERROR_FILE_NOT_FOUND) return 0;
+        return std::nullopt;
+    }
     return static_cast<LONGLONG>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
 }
 
@@ -35,11 +40,12 @@ DWORD CUndoRecord::Export(const std::string& keyText, ExportedLink link) {
     CUniqueKey key;
     const DWORD opened = file.OpenKeyByText(keyText.c_str(), CRegFile::kReadMode, key, link);
     if (opened != ERROR_SUCCESS) return opened;
-    const LONGLONG size = MustCopy() ? FileSize(m_fileName) : 0;
+    const std::optional<LONGLONG> size = MustCopy() ? FileSize(m_fileName) : std::nullopt;
     Append(file, key.Get(), keyText, link);
-    if (!MustCopy() || file.IsWhole()) return ERROR_SUCCESS;
+    if (!MustCopy() || (file.IsWritten() && file.IsRead())) return ERROR_SUCCESS;
     // Part of an export would keep all of the file from being replayed.
-    CutFile(m_fileName, size);
+    if (size.has_value()) CutFile(m_fileName, *size);
+    if (file.IsWritten()) return ERROR_READ_FAULT;
     m_hasFailed = true;
     return ERROR_WRITE_FAULT;
 }

@@ -25,13 +25,13 @@ public:
     [[nodiscard]] const std::string& FileName() const { return m_fileName; }
 
     /// Appends a branch.
-    /// @return as CRegFile::ExportKey; ERROR_WRITE_FAULT where a repair must have its copy and that could not
-    /// be written whole: the file is then as it was.
+    /// @return as CRegFile::ExportKey; where a repair must have its copy, ERROR_WRITE_FAULT or
+    /// ERROR_READ_FAULT for one that could not be written or read whole: the file is then as it was.
     DWORD Export(const std::string& keyText, ExportedLink link);
 
     /// Whether a repair is to be left when its export fails.
     [[nodiscard]] bool MustCopy() const { return m_withoutCopy == WithoutCopy::IsRefused; }
-    /// Whether a copy that had to be written could not be.
+    /// Whether a copy that had to be written could not be, so that the next ones will hardly be, either.
     [[nodiscard]] bool HasFailed() const { return m_hasFailed; }
 
     /// Call before a key's default value is emptied, when its export is written.

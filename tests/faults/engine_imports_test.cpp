@@ -27,6 +27,8 @@ constexpr char kNoMatter[] = "Nothing depends on it.";
 constexpr char kOnce[] = "It is asked once in the life of the program, and a null is taken for an answer.";
 
 constexpr Exception kExceptions[] = {
+    {"CharLowerBuffA", kCannotFail},
+    {"CharNextA", kCannotFail},
     {"CharUpperBuffW", kCannotFail},
     {"CloseHandle", kCloses},
     {"DispatchMessageA", kAnswers},

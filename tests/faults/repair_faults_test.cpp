@@ -190,6 +190,23 @@ TEST_CASE("what a link leads to stays, whichever call fails") {
     });
 }
 
+TEST_CASE("a subkey that no narrow name leads to keeps its unit, whichever call fails") {
+    RunWithFaults("look-alikes", [](CFaultRun& run) {
+        CScratchKey software(HKEY_CURRENT_USER, R"(Software\VellumorAlike)");
+        SetText(software.Add(R"(unit\a)"), "kept", "text");
+        software.Add(R"(unit\b)");
+        // A full-width letter, which the narrow calls take for the plain one.
+        const CUniqueKey alike = CreateKeyByCountedName(software.Add("unit"), L"\xFF41");
+        REQUIRE(alike);
+        Cleaning cleaning;
+        cleaning.Clean(run, {software.Path() + R"(\unit)"});
+        // The narrow calls cannot name it, so it stays, and with it the unit.
+        run.Demand(cleaning.last.deed != Deed::KeyRemoved, "a repair was told that was not made");
+        run.Demand(KeyExists(HKEY_CURRENT_USER, software.Subkey() + R"(\unit)"), "the look-alike is gone");
+        DeleteOpenKey(alike.Get());
+    });
+}
+
 TEST_CASE("a plan ends and changes nothing, whichever call fails") {
     RunWithFaults("plan", [](CFaultRun& run) {
         const CPlantedUnit unit("HKEY_CURRENT_USER", R"(Software\VellumorGone)");

@@ -73,14 +73,16 @@ TEST_CASE("a subkey that cannot be opened is passed over, and one that may only 
     CHECK(RowsOf(key) == "x|C:\\gone\\b\nx|C:\\gone\\c\n");
 }
 
-TEST_CASE("a subkey whose name holds a zero is passed over, and a value's name ends there") {
+TEST_CASE("a subkey whose name holds a zero is passed over, and so is such a value") {
     CScratchKey key;
     const CUniqueKey hostile = CreateKeyByCountedName(key.Get(), std::wstring(L"a\0b", 3));
     REQUIRE(static_cast<bool>(hostile));
     SetText(hostile.Get(), "x", "C:\\gone\\hostile");
+    // What is left of these names leads to another value.
     REQUIRE(SetTextByCountedName(key.Get(), std::wstring(L"C:\\gone\\v\0w", 11), std::wstring(L"\0", 1)));
+    REQUIRE(SetTextByCountedName(key.Get(), std::wstring(L"\0w", 2), L"C:\\gone\\w"));
     SetText(key.Add("z"), "x", "C:\\gone\\z");
-    CHECK(RowsOf(key) == "C:\\gone\\v|C:\\gone\\v\nx|C:\\gone\\z\n");
+    CHECK(RowsOf(key) == "x|C:\\gone\\z\n");
     CHECK(DeleteOpenKey(hostile.Get()));
 }
 
@@ -133,7 +135,8 @@ TEST_CASE("a link to its own parent ends, and the keys behind it are still walke
     const WorkerEnd end = Scan(view, key);
     CHECK(end.inTime);
     CHECK_FALSE(end.canceled);
-    CHECK(view.ProgressOf(key.Path() + "\\loop\\loop\\loop") == 1);
+    CHECK(view.ProgressOf(key.Path() + "\\loop") == 1);
+    CHECK(view.ProgressOf(key.Path() + "\\loop\\loop") == 0);
     CHECK(view.ProgressOf(key.Path() + "\\z") == 2);
     CHECK(view.Events().back().currentKey == key.Path() + "\\z");
 }
@@ -177,4 +180,39 @@ TEST_CASE("a key deleted while its subkeys are walked ends its walk") {
     CHECK(Scan(view, key).inTime);
     CHECK(view.ProgressOf(path + "\\a") == 1);
     CHECK(view.ProgressOf(path + "\\b") == 0);
+}
+
+TEST_CASE(
+    "levels that can be reached by several names, or by several links, are walked once or a few times") {
+    CScratchKey key;
+    SetText(key.Add("z"), "x", "C:\\gone\\z");
+    std::vector<CUniqueKey> hidden;
+    HKEY level = key.Add("a");
+    std::string path = "a\\";
+    for (int depth = 0; depth < 40; ++depth) {
+        // They read as "a", "a" and "a\\a" in narrow calls.
+        for (const std::wstring& twin : {std::wstring(L"a\0", 2), std::wstring(L"\xFF41"),
+                                         std::wstring(L"a\xFF3C"
+                                                      L"a")})
+            hidden.push_back(CreateKeyByCountedName(level, twin));
+        for (const char* link : {"l", "r"}) key.AddLink(path + link, ObjectName(key.Add("a")));
+        path += "a\\";
+        level = key.Add(level, "a");
+    }
+    CRecordingView view;
+    CHECK(Scan(view, key).inTime);
+    CHECK(view.ProgressOf(key.Path() + "\\a\\a\\a") == 1);
+    CHECK(view.RowLines() == "x|C:\\gone\\z\n");
+    while (!hidden.empty()) {
+        DeleteOpenKey(hidden.back().Get());
+        hidden.pop_back();
+    }
+}
+
+TEST_CASE("a key that only pretends to be a link is walked all the same") {
+    CScratchKey key;
+    const HKEY pretender = key.Add("false");
+    SetBytes(pretender, "SymbolicLinkValue", REG_LINK, "x");
+    SetText(pretender, "x", "C:\\gone\\x");
+    CHECK(RowsOf(key) == "x|C:\\gone\\x\n");
 }

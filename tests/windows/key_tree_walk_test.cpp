@@ -156,3 +156,23 @@ TEST_CASE("a walk leaves no handle open, finished or cancelled") {
     CHECK_THROWS_AS((void)IsEmptyWithActAt(key, 5, [] { throw CAnalysisCanceled(); }), CAnalysisCanceled);
     CHECK(OwnHandles().size() == before);
 }
+
+TEST_CASE("a tree whose links lead twice to each next key is walked to its end") {
+    CScratchKey key;
+    for (int step = 0; step < 40; ++step) {
+        const std::string name = "step" + std::to_string(step);
+        key.Add(name);
+        for (const char* way : {"\\l", "\\r"})
+            key.AddLink(name + way, ObjectName(key.Add("step" + std::to_string(step + 1))));
+    }
+    CRecordingView view;  // only for its time limit
+    bool empty = false;
+    CHECK(view.Run([&] { empty = KeyTreeIsEmpty(key.Get(), key.Path(), &PollCancel); }).inTime);
+    CHECK(empty);
+}
+
+TEST_CASE("a key that only pretends to be a link is not empty") {
+    CScratchKey key;
+    SetBytes(key.Add("pretender"), "SymbolicLinkValue", REG_LINK, "x");
+    CHECK_FALSE(KeyTreeIsEmpty(key.Get(), key.Path(), [] {}));
+}

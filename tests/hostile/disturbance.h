@@ -1,0 +1,7 @@
+#pragma once
+
+/// The argument with which this program disturbs instead of testing.
+inline constexpr char kDisturb[] = "--disturb";
+
+/// Makes, fills, renames and deletes keys and values in every list that a check reads, until it is ended.
+[[noreturn]] void DisturbForEver();
