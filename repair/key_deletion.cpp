@@ -14,6 +14,17 @@ namespace {
 
 constexpr DWORD kPatience = 10'000;  // milliseconds
 constexpr DWORD kRetryPeriod = 20;   // milliseconds
+constexpr DWORD kMostNewcomers = 1000;
+
+/// How many subkeys of a key may be deleted before that counts as no change any more: what it has now, and
+/// some that others make meanwhile. Somebody may make new ones faster than they can be deleted.
+DWORD MostSubkeys(HKEY key) {
+    DWORD count = 0;
+    if (::RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr,
+                           nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+        return MAXDWORD;
+    return count + kMostNewcomers;
+}
 
 /// Watches one deletion for standing still.
 class CDeletion {
@@ -33,6 +44,7 @@ public:
 
 private:
     [[nodiscard]] LSTATUS DeleteSubkeys(const OpenedKey& key) {
+        const DWORD mostSubkeys = MostSubkeys(key.key);
         std::set<std::string> deletedNames;
         char name[kNameBytes + 1];
         for (;;) {
@@ -44,7 +56,8 @@ private:
             if (deleted == ERROR_INVALID_NAME) return deleted;
             if (deleted == ERROR_FILE_NOT_FOUND && IsHidden(key.key, name)) return ERROR_INVALID_NAME;
             // A key that somebody makes anew as often as it is deleted is no change either.
-            if (deleted == ERROR_SUCCESS && deletedNames.insert(name).second) {
+            if (deleted == ERROR_SUCCESS && deletedNames.size() < mostSubkeys &&
+                deletedNames.insert(name).second) {
                 m_standsStill = false;
                 continue;
             }

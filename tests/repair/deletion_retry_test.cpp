@@ -13,17 +13,20 @@ FARPROC Address(Function* function) {
     return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(function));
 }
 
-/// Makes a key anew each time it is deleted, as a program would that watches it; or two keys in turn.
+/// Makes a key anew each time it is deleted, as a program would that watches it; or two keys in turn, or ever
+/// new ones.
 struct Watcher {
     static inline FARPROC before = nullptr;
     static inline HKEY home = nullptr;
     static inline int left = 0;
     static inline bool inTurn = false;
+    static inline bool everNew = false;
 
     static LSTATUS WINAPI Delete(HKEY parent, LPCSTR subkey) {
         const auto deleteKey = reinterpret_cast<decltype(&::RegDeleteKeyA)>(reinterpret_cast<void*>(before));
         const LSTATUS result = deleteKey(parent, subkey);
         const std::string name = subkey;
+        if (result == ERROR_SUCCESS && everNew && left-- > 0) MakeKey(home, "new" + std::to_string(left));
         const std::string other = name == "again" ? "then" : "again";
         if (result == ERROR_SUCCESS && (name == "again" || name == "then") && left-- > 0)
             MakeKey(home, inTurn ? other : name);
@@ -89,6 +92,22 @@ TEST_CASE(
     CHECK(ExistsBelow(scratch, R"(dead\inner)"));
     Watcher::left = 0;
     Watcher::inTurn = false;
+}
+
+TEST_CASE("subkeys that are made faster than they can be deleted do not hold the deletion for ever") {
+    CScratchKey scratch;
+    Watcher::home = scratch.Add("dead");
+    scratch.Add(R"(dead\new)");
+    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
+    Watcher::before = hook.Before();
+    Watcher::left = 1'000'000;
+    Watcher::everNew = true;
+    const DWORD start = ::GetTickCount();
+    CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
+    CHECK(::GetTickCount() - start < 20'000);
+    CHECK(ExistsBelow(scratch, "dead"));
+    Watcher::left = 0;
+    Watcher::everNew = false;
 }
 
 TEST_CASE("a subkey that becomes deletable after a second is deleted, before any that stands behind it") {
