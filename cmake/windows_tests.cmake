@@ -69,7 +69,7 @@ endif()
 
 # Runs the window on its own thread, again and again, over what the tests of the whole program plant.
 vellumor_test_program(load vellumor_app vellumor_driver vellumor_test_support shlwapi $<TARGET_OBJECTS:vellumor_resources>)
-foreach(source e2e/program e2e/rule_plants e2e/rule_plants_classes e2e/rule_plants_machine e2e/rule_plants_user
+foreach(source e2e/main e2e/program e2e/rule_plants e2e/rule_plants_classes e2e/rule_plants_machine e2e/rule_plants_user
         e2e/shown_rows e2e/whole_registry ui/shell)
     target_sources(load_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests/${source}.cpp)
 endforeach()

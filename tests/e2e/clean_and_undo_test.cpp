@@ -37,19 +37,6 @@ void Clean(const CAppDriver& app, std::size_t count) {
           std::to_string(count) + " selected invalid registry entries cleaned successfully.");
 }
 
-void UndoOnlyFile(const CAppDriver& app) {
-    app.Post(commands::kUndo);
-    const HWND dialog = WaitForDialog(app, "Undo repair");
-    const CRemoteList files(app.Process(), ::GetDlgItem(dialog, 1027));
-    REQUIRE(files.Count() == 1);
-    files.Check(0, true);
-    TakePicture("undo-dialog");
-    const std::string date = files.Cell(0, 1);
-    PressButton(dialog, IDOK);
-    CHECK(AnswerBox(app, "Undo the", "Yes") == "Undo the selected registry repair on " + date + "?");
-    CHECK(AnswerBox(app, "Repair made", "OK") == "Repair made on " + date + " recovered successfully.");
-}
-
 }  // namespace
 
 TEST_CASE("cleaning a row of every rule and undoing it leaves the registry as it was") {
@@ -72,7 +59,9 @@ TEST_CASE("cleaning a row of every rule and undoing it leaves the registry as it
     }
     REQUIRE(Difference(before, ReadRegistry()) != "");
 
-    UndoOnlyFile(app);
+    const std::string date = UndoOnlyFile(app);
+    CHECK(AnswerBox(app, "Undo the", "Yes") == "Undo the selected registry repair on " + date + "?");
+    CHECK(AnswerBox(app, "Repair made", "OK") == "Repair made on " + date + " recovered successfully.");
     // The editor runs on by itself.
     const std::string difference = DifferenceInTime(before, kReplayPatience);
     CHECK(difference == "");

@@ -1,5 +1,13 @@
 #include "tests/e2e/program.h"
 
+#include <doctest/doctest.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "tests/driver/dialog_driver.h"
+#include "tests/driver/screen.h"
+
 namespace {
 
 std::string FoundText(int rows) {
@@ -19,6 +27,28 @@ std::string VellumorExe() { return TestFolder() + "\\vellumor.exe"; }
 
 bool RunsUnderWine() {
     return ::GetProcAddress(::GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+int RunTests(int argc, char** argv) {
+    if (!RunsUnderWine() && std::getenv("VELLUMOR_E2E") == nullptr) {
+        std::puts(
+            "These tests change the registry of a machine that is in use. Set VELLUMOR_E2E=1 to run them.");
+        return EXIT_FAILURE;
+    }
+    doctest::Context context(argc, argv);
+    return context.run();
+}
+
+std::string UndoOnlyFile(const CAppDriver& app) {
+    app.Post(commands::kUndo);
+    const HWND dialog = WaitForDialog(app, "Undo repair");
+    const CRemoteList files(app.Process(), ::GetDlgItem(dialog, 1027));
+    REQUIRE(files.Count() == 1);
+    files.Check(0, true);
+    TakePicture("undo-dialog");
+    const std::string date = files.Cell(0, 1);
+    PressButton(dialog, IDOK);
+    return date;
 }
 
 CProgressDialog StartAnalysis(const CAppDriver& app) {

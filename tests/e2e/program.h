@@ -11,6 +11,10 @@
 /// Whether the registry is that of a Wine prefix, which can be thrown away.
 [[nodiscard]] bool RunsUnderWine();
 
+/// Runs the tests of this program; on a machine that is in use only where the environment asks for it, since
+/// they change the registry.
+[[nodiscard]] int RunTests(int argc, char** argv);
+
 /// The milliseconds that a whole analysis may take.
 constexpr DWORD kAnalysisPatience = 180'000;
 
@@ -29,6 +33,10 @@ std::string RunAnalysis(const CAppDriver& app);
 void WaitForRows(const CAppDriver& app, int count);
 /// Starts an analysis and cancels it as soon as the list has `count` rows. @return the closing box's text.
 std::string RunCanceledAnalysis(const CAppDriver& app, int count);
+
+/// Has the Undo dialog replay the only file that it shows; its questions are left to be answered.
+/// @return the file's date, as shown.
+std::string UndoOnlyFile(const CAppDriver& app);
 
 /// The closing box's text for so many rows.
 [[nodiscard]] std::string CompletedText(int rows);

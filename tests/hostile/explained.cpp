@@ -4,28 +4,9 @@
 
 #include "tests/e2e/shown_rows.h"
 #include "tests/support/native_calls.h"
+#include "tests/support/path_names.h"
 
 namespace {
-
-using Names = std::vector<std::string>;
-
-Names NamesOf(const std::string& path) {
-    Names names;
-    std::size_t start = 0;
-    for (std::size_t end = path.find('\\'); end != std::string::npos; end = path.find('\\', start)) {
-        names.push_back(path.substr(start, end - start));
-        start = end + 1;
-    }
-    names.push_back(path.substr(start));
-    return names;
-}
-
-/// The path that the first so many names make.
-std::string PathOf(const Names& names, std::size_t count) {
-    std::string path = names[0];
-    for (std::size_t index = 1; index < count; ++index) path += "\\" + names[index];
-    return path;
-}
 
 /// How many names the keys have that may go with a row.
 std::vector<std::size_t> UnitLengths(const Names& names) {

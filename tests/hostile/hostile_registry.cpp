@@ -1,25 +1,11 @@
 #include "tests/hostile/hostile_registry.h"
 
 #include "tests/driver/wait.h"
+#include "tests/support/scratch_key.h"
 
 namespace {
 
 bool IsMarked(const std::wstring& name) { return name.find(kWideMark) != std::wstring::npos; }
-
-void SetAccessList(HKEY key, REGSAM rights) {
-    SID_IDENTIFIER_AUTHORITY world = SECURITY_WORLD_SID_AUTHORITY;
-    alignas(DWORD) char sid[SECURITY_MAX_SID_SIZE];
-    ::InitializeSid(sid, &world, 1);
-    *::GetSidSubAuthority(sid, 0) = SECURITY_WORLD_RID;
-    alignas(DWORD) char space[256];
-    const auto list = reinterpret_cast<ACL*>(space);
-    ::InitializeAcl(list, sizeof space, ACL_REVISION);
-    if (rights != 0) ::AddAccessAllowedAce(list, ACL_REVISION, rights, sid);
-    SECURITY_DESCRIPTOR descriptor;
-    ::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
-    ::SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE);
-    ::RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &descriptor);
-}
 
 }  // namespace
 
@@ -41,7 +27,7 @@ void CHostileRegistry::OpenAreas() {
 }
 
 void CHostileRegistry::Remove() {
-    for (const CUniqueKey& key : m_restricted) SetAccessList(key.Get(), KEY_ALL_ACCESS);
+    for (const CUniqueKey& key : m_restricted) (void)SetAccessList(key.Get(), KEY_ALL_ACCESS);
     for (const auto& [path, key] : m_areas) RemoveMarked(key.Get());
 }
 
@@ -96,7 +82,7 @@ void CHostileRegistry::SetValue(HKEY key, const RawValue& value) {
 }
 
 void CHostileRegistry::Restrict(CUniqueKey key, REGSAM rights) {
-    SetAccessList(key.Get(), rights);
+    (void)SetAccessList(key.Get(), rights);
     m_restricted.push_back(std::move(key));
 }
 

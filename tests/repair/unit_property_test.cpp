@@ -6,6 +6,7 @@
 #include "repair/entry_rules.h"
 #include "repair/repair_entry.h"
 #include "tests/repair/repair_bench.h"
+#include "tests/support/path_names.h"
 #include "tests/support/registry_tree.h"
 
 // Rows of random keys and values are cleaned, and the registry is compared as a whole. What a row may touch
@@ -15,8 +16,6 @@ namespace {
 
 constexpr int kTrees = 30;
 constexpr int kRowsPerTree = 24;
-
-using Names = std::vector<std::string>;
 
 int Below(std::mt19937& random, int bound) {
     return static_cast<int>(random() % static_cast<unsigned>(bound));
@@ -79,24 +78,6 @@ std::string RandomPath(std::mt19937& random) {
     if (Below(random, 2) == 0)
         path += std::string(kPaths[Below(random, static_cast<int>(std::size(kPaths)))]) + "\\";
     return path + RandomName(random);
-}
-
-Names NamesOf(const std::string& path) {
-    Names names;
-    std::size_t start = 0;
-    for (std::size_t end = path.find('\\'); end != std::string::npos; end = path.find('\\', start)) {
-        names.push_back(path.substr(start, end - start));
-        start = end + 1;
-    }
-    names.push_back(path.substr(start));
-    return names;
-}
-
-/// The path that the first so many names make.
-std::string PathOf(const Names& names, std::size_t count) {
-    std::string path = names[0];
-    for (std::size_t index = 1; index < count; ++index) path += "\\" + names[index];
-    return path;
 }
 
 /// The keys that may go with an entry: its own, and the class key that it is about.

@@ -20,7 +20,9 @@ std::string RootName(HKEY root) {
     return "\\HKEY_LOCAL_MACHINE\\";
 }
 
-void SetAccessList(HKEY key, REGSAM rights) {
+}  // namespace
+
+LSTATUS SetAccessList(HKEY key, REGSAM rights) {
     SID_IDENTIFIER_AUTHORITY world = SECURITY_WORLD_SID_AUTHORITY;
     alignas(DWORD) char sid[SECURITY_MAX_SID_SIZE];
     ::InitializeSid(sid, &world, 1);
@@ -32,10 +34,8 @@ void SetAccessList(HKEY key, REGSAM rights) {
     SECURITY_DESCRIPTOR descriptor;
     ::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
     ::SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE);
-    CHECK(::RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &descriptor) == ERROR_SUCCESS);
+    return ::RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &descriptor);
 }
-
-}  // namespace
 
 CScratchKey::CScratchKey(HKEY root) {
     Create(root, (root == HKEY_CLASSES_ROOT ? "" : "Software\\") + UniqueName());
@@ -44,7 +44,7 @@ CScratchKey::CScratchKey(HKEY root) {
 CScratchKey::CScratchKey(HKEY root, const std::string& subkey) { Create(root, subkey); }
 
 CScratchKey::~CScratchKey() {
-    for (HKEY key : m_restricted) SetAccessList(key, KEY_ALL_ACCESS);
+    for (HKEY key : m_restricted) CHECK(SetAccessList(key, KEY_ALL_ACCESS) == ERROR_SUCCESS);
     DeleteTree(Get());
 }
 
@@ -71,7 +71,7 @@ void CScratchKey::AddLink(const std::string& name, const std::wstring& target) {
 
 void CScratchKey::Restrict(HKEY key, REGSAM rights) {
     m_restricted.push_back(key);
-    SetAccessList(key, rights);
+    CHECK(SetAccessList(key, rights) == ERROR_SUCCESS);
 }
 
 void CScratchKey::DeleteTree(HKEY key) {

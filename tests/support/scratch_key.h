@@ -46,6 +46,9 @@ private:
     std::vector<HKEY> m_restricted;
 };
 
+/// Lets everybody open a key for these rights only; 0: the access list is empty. @return the system's code.
+[[nodiscard]] LSTATUS SetAccessList(HKEY key, REGSAM rights);
+
 /// Sets a value; the text's terminator is stored with it.
 void SetText(HKEY key, const std::string& name, const std::string& text, DWORD type = REG_SZ);
 /// Sets a value to exactly these bytes.
