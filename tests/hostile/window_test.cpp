@@ -38,7 +38,6 @@ void Clean(const CAppDriver& app, std::size_t count) {
 TEST_CASE("the window finds what the console finds in a hostile registry, cleans it and brings it back") {
     const CHostProgram program;
     CHostileRegistry registry;
-    PlantNames(registry);
     PlantLinks(registry);
     PlantRights(registry);
     const Picture before = TakeRegistryPicture();

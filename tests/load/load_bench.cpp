@@ -29,7 +29,7 @@ HWND UndoDialog() { return ::FindWindowA("#32770", "Undo repair"); }
 
 int LoadOf(int whole) {
     const char* load = std::getenv("VELLUMOR_LOAD");
-    return load != nullptr && std::strcmp(load, "full") == 0 ? whole : whole / 10;
+    return load != nullptr && std::strcmp(load, "full") == 0 ? whole : whole / 20;
 }
 
 UINT CLoadBench::Actions::RunProgram(const char* commandLine, int show) {

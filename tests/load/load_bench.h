@@ -8,7 +8,7 @@
 #include "tests/ui/shell.h"
 
 /// How often a load test does what it does: all of it where the environment variable VELLUMOR_LOAD says
-/// "full" (tools/load does), otherwise a tenth.
+/// "full" (tools/load does), otherwise a twentieth.
 [[nodiscard]] int LoadOf(int whole);
 
 /// The window of the program on this thread, over the real registry and with the real registry editor. Every

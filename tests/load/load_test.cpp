@@ -129,7 +129,7 @@ TEST_CASE("cleaning and undoing again and again leaves the registry as it was, a
     CLoadBench bench;
     std::optional<Resources> before;
     const int count = LoadOf(50);
-    constexpr int kWarmUp = 2;
+    constexpr int kWarmUp = 1;
     for (int cycle = 0; cycle < kWarmUp + count; ++cycle) {
         CAPTURE(cycle);
         if (cycle == kWarmUp) before = SettledResources();

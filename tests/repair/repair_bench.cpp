@@ -6,6 +6,7 @@
 #include "registry/key_path.h"
 #include "repair/key_deletion.h"
 #include "repair/repair_entry.h"
+#include "tests/driver/wait.h"
 #include "tests/support/file_text.h"
 #include "tests/support/scratch_key.h"
 
@@ -87,8 +88,11 @@ void ReplayByEditor(const std::string& file) {
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
-    REQUIRE(::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                             &process) != FALSE);
+    // On a busy machine, a start fails now and then under Wine.
+    WaitFor("the start of the registry editor", [&] {
+        return ::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                &startup, &process) != FALSE;
+    });
     const CUniqueHandle thread(process.hThread);
     const CUniqueHandle editor(process.hProcess);
     REQUIRE(::WaitForSingleObject(editor.Get(), 60'000) == WAIT_OBJECT_0);
