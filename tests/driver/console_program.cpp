@@ -25,6 +25,22 @@ CUniqueFile OpenInheritable(const std::string& path, DWORD access, DWORD creatio
     return file;
 }
 
+/// While one lives, a program that is started inherits the pipes that it is to have.
+class CInheritedPipes {
+public:
+    explicit CInheritedPipes(const ConsoleStart& start) : m_start(start) { Set(HANDLE_FLAG_INHERIT); }
+    CInheritedPipes(const CInheritedPipes&) = delete;
+    CInheritedPipes& operator=(const CInheritedPipes&) = delete;
+    ~CInheritedPipes() { Set(0); }
+
+private:
+    void Set(DWORD flag) const {
+        for (const HANDLE pipe : {m_start.inputPipe, m_start.outputPipe})
+            if (pipe != nullptr) ::SetHandleInformation(pipe, HANDLE_FLAG_INHERIT, flag);
+    }
+    const ConsoleStart& m_start;
+};
+
 }  // namespace
 
 CConsoleProgram::CConsoleProgram(const ConsoleStart& start) {
@@ -33,6 +49,7 @@ CConsoleProgram::CConsoleProgram(const ConsoleStart& start) {
     fs::remove_all(m_folder);
     fs::create_directories(m_folder);
     STARTUPINFOA startup = OpenStreams(start);
+    const CInheritedPipes inherited(start);
     PROCESS_INFORMATION process{};
     std::string line = "\"" + start.executable + "\" " + start.arguments;
     const BOOL isStarted =
@@ -71,8 +88,8 @@ STARTUPINFOA CConsoleProgram::OpenStreams(const ConsoleStart& start) {
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdInput = m_streams[0].Get();
-    startup.hStdOutput = m_streams[1].Get();
+    startup.hStdInput = start.inputPipe != nullptr ? start.inputPipe : m_streams[0].Get();
+    startup.hStdOutput = start.outputPipe != nullptr ? start.outputPipe : m_streams[1].Get();
     startup.hStdError = m_streams[2].Get();
     return startup;
 }

@@ -21,10 +21,14 @@ struct ConsoleStart {
     std::string output = {};   // file in the place of standard output; empty: one of the test's own
     HANDLE token = nullptr;    // what it runs as; null: like the test. Borrowed
     bool hasTerminal = false;  // its streams are the test's console, which must be there
+    // Pipes in the place of standard input and output; null: none. Borrowed; only this program inherits them,
+    // and the test closes its own as soon as it is started.
+    HANDLE inputPipe = nullptr;
+    HANDLE outputPipe = nullptr;
 };
 
-/// A console program that runs. Files are in the place of its streams: a pipe would be kept open by the
-/// desktop process that the first window of a prefix starts.
+/// A console program that runs. Files are in the place of its streams, unless a test wants pipes: those would
+/// be kept open by the desktop process that the first window of a prefix starts.
 class CConsoleProgram {
 public:
     /// @throws CDriverError when it cannot be started.
