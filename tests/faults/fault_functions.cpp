@@ -190,7 +190,7 @@ std::vector<FaultFunction> OtherFunctions() {
         PRETEND(TerminateProcess, FALSE, TRUE, kDenied),
         PRETEND(ExitWindowsEx, FALSE, TRUE, kDenied),
         PRETEND(WinExec, ERROR_FILE_NOT_FOUND, 33, kDenied),
-        PRETEND(ShellExecuteA, nullptr, reinterpret_cast<HINSTANCE>(33), kDenied),
+        PRETEND(ShellExecuteA, nullptr, reinterpret_cast<HINSTANCE>(INT_PTR{33}), kDenied),
         PRETEND(MessageBoxA, 0, IDOK, kMemory),
     };
 }
