@@ -70,7 +70,8 @@ endif()
 # What depends on when each thread runs is run on all processors too.
 if(VELLUMOR_ARCH STREQUAL "x86")
     add_test(NAME x86.e2e_threads COMMAND e2e_tests --source-file=*busy_worker_test*,*cancel_test*,*closing_test*)
-    set_tests_properties(x86.e2e_threads PROPERTIES PASS_REGULAR_EXPRESSION "Status: SUCCESS!" PROCESSORS 2)
+    set_tests_properties(x86.e2e_threads PROPERTIES PASS_REGULAR_EXPRESSION "Status: SUCCESS!" PROCESSORS 2
+        RESOURCE_LOCK x86.backups)
 endif()
 
 # Runs the window on its own thread, again and again, over what the tests of the whole program plant.
@@ -85,8 +86,10 @@ vellumor_test_program(hostile vellumor_driver vellumor_console vellumor_test_sup
 target_sources(hostile_tests PRIVATE tests/e2e/program.cpp tests/e2e/shown_rows.cpp)
 add_dependencies(hostile_tests vellumor vellumor_cli)
 
-# These make undo files and backups in the folder that they lie in.
-set_tests_properties(${VELLUMOR_ARCH}.hives ${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.console ${VELLUMOR_ARCH}.load ${VELLUMOR_ARCH}.faults PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
+# These make undo files and backups in the folder that they lie in, and empty it.
+foreach(name repair hives console faults ui e2e load hostile)
+    set_tests_properties(${VELLUMOR_ARCH}.${name} PROPERTIES RESOURCE_LOCK ${VELLUMOR_ARCH}.backups)
+endforeach()
 
 # These watch the clock, so they get the machine to themselves.
 set_tests_properties(${VELLUMOR_ARCH}.ui ${VELLUMOR_ARCH}.e2e PROPERTIES PROCESSORS 2)

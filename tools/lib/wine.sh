@@ -82,13 +82,14 @@ stop_prefix() {
 }
 
 # end_prefix PREFIX: ends all programs of a prefix and removes it. An orderly end takes half a second, and one of the
-# server alone leaves Wine's services behind; the processes are found by the prefix in their environment.
+# server alone leaves Wine's services behind; the processes are found by the prefix in their environment. That of a
+# process whose first thread has ended, as Wine's device services do, is only to be read at another of its threads.
 end_prefix() {
     local round processes
     for ((round = 0; round < 500; round++)); do
-        mapfile -t processes < <(grep -lzxF "WINEPREFIX=$1" /proc/[0-9]*/environ 2>/dev/null)
+        mapfile -t processes < <(grep -lzxF "WINEPREFIX=$1" /proc/[0-9]*/task/*/environ 2>/dev/null | cut -d / -f 3)
         if ((${#processes[@]} == 0)); then break; fi
-        kill -KILL "${processes[@]//[!0-9]/}" 2>/dev/null || true
+        kill -KILL "${processes[@]}" 2>/dev/null || true
         sleep 0.01
     done
     forget_wineserver "$1"
