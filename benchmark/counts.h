@@ -3,8 +3,8 @@
 #include <map>
 #include <string>
 
-/// Calls and allocations of one deep scan over the scratch registry, for each key or each value. They depend
-/// on the code alone, not on the machine.
+/// Calls and allocations of one deep scan over the scratch registry, in all, for each key and for each value.
+/// They depend on the code alone, not on the machine.
 using Counts = std::map<std::string, double>;
 
 [[nodiscard]] Counts CountDeepScan();
