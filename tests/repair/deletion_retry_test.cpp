@@ -2,6 +2,7 @@
 
 #include "repair/key_deletion.h"
 #include "tests/repair/repair_bench.h"
+#include "tests/repair/skipped_sleeps.h"
 #include "tests/support/call_hook.h"
 #include "tests/support/native_calls.h"
 #include "tests/support/scratch_key.h"
@@ -42,20 +43,6 @@ struct Watcher {
             path.replace(number, 1, std::to_string(left));
         return path;
     }
-};
-
-/// Lets the time that the deletion sleeps pass at once.
-struct SkippedSleeps {
-    static inline FARPROC before = nullptr;
-    static inline DWORD skipped = 0;  // milliseconds
-
-    static void WINAPI Pass(DWORD time) { skipped += time; }
-    static DWORD WINAPI Now() {
-        return reinterpret_cast<decltype(&::GetTickCount)>(reinterpret_cast<void*>(before))() + skipped;
-    }
-
-    CCallHook clock{"GetTickCount", Address(&Now), &before};
-    CCallHook sleep{"Sleep", Address(&Pass)};
 };
 
 /// Tells nothing of a key that is not open for querying, as on Windows; Wine tells it all the same.
@@ -123,11 +110,10 @@ TEST_CASE(
     Watcher::before = hook.Before();
     Watcher::left = kWithoutEnd;
     Watcher::inTurn = true;
-    const DWORD start = ::GetTickCount();
+    const CSkippedSleeps time;
     CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
-    const DWORD taken = ::GetTickCount() - start;
-    CHECK(taken >= 10'000);
-    CHECK(taken < 15'000);
+    CHECK(time.Taken() >= 10'000);
+    CHECK(time.Taken() < 15'000);
     CHECK_FALSE(ExistsBelow(scratch, R"(dead\a)"));
     CHECK(ExistsBelow(scratch, R"(dead\inner)"));
     Watcher::left = 0;
@@ -142,10 +128,10 @@ TEST_CASE("subkeys that are made faster than they can be deleted do not hold the
     Watcher::before = hook.Before();
     Watcher::left = kWithoutEnd;
     Watcher::everNew = true;
-    const DWORD start = ::GetTickCount();
+    const CSkippedSleeps time;
     const CountGuard guard;
     CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
-    CHECK(::GetTickCount() - start < 20'000);
+    CHECK(time.Taken() < 20'000);
     CHECK(Watcher::left > 0);
     CHECK(ExistsBelow(scratch, "dead"));
     Watcher::left = 0;
@@ -162,12 +148,10 @@ TEST_CASE("a subkey that comes back with something in it for ever holds the dele
         Watcher::before = hook.Before();
         Watcher::left = kWithoutEnd;
         Watcher::inside = inside;
-        const SkippedSleeps time;
-        const DWORD start = ::GetTickCount();
+        const CSkippedSleeps time;
         CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
-        const DWORD taken = ::GetTickCount() - start;
-        CHECK(taken >= 10'000);
-        CHECK(taken < 15'000);
+        CHECK(time.Taken() >= 10'000);
+        CHECK(time.Taken() < 15'000);
         Watcher::left = 0;
         Watcher::inside = "";
     }
@@ -182,7 +166,7 @@ TEST_CASE("ever new subkeys, each with something in it, do not hold the deletion
     Watcher::left = kWithoutEnd;
     Watcher::everNew = true;
     Watcher::inside = R"(\inner)";
-    const SkippedSleeps time;
+    const CSkippedSleeps time;
     CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
     CHECK(Watcher::left > 0);
     Watcher::left = 0;
