@@ -1,6 +1,7 @@
 #include "repair/repair_entry.h"
 
 #include <optional>
+#include <set>
 #include <span>
 
 #include "platform/owners.h"
@@ -33,19 +34,29 @@ Repair FindRepair(const RepairKind& kind, const RepairTarget& target) {
 
 using TryKind = Repair (*)(const RepairKind& kind, const RepairTarget& target);
 
-Repair TryKinds(std::span<const RepairKind> kinds, const RepairTarget& target, TryKind tryKind) {
-    for (const RepairKind& kind : kinds)
+/// @param kept  receives the units that could not be removed. Another kind with the same unit is passed over:
+///              it would be held up as long, for the same end.
+Repair TryKinds(std::span<const RepairKind> kinds, const RepairTarget& target, TryKind tryKind,
+                std::set<std::string>& kept) {
+    for (const RepairKind& kind : kinds) {
+        const Unit unit = kind.unit({target.rootName, target.subkeyPath});
+        if (!unit.has_value() || kept.contains(*unit)) continue;
         if (Repair repair = tryKind(kind, target); repair) return repair;
+        kept.insert(*unit);
+    }
     return {};
 }
 
 /// Tries the kinds that an entry of its root and form can be of, in their order.
 Repair TryKindsOf(const Entry& entry, const RepairTarget& target, TryKind tryKind) {
-    if (entry.valueName.has_value()) return TryKinds(ValueEntryRepairs(), target, tryKind);
+    std::set<std::string> kept;
+    if (entry.valueName.has_value()) return TryKinds(ValueEntryRepairs(), target, tryKind, kept);
     Repair repair;
-    if (target.rootKey == HKEY_CLASSES_ROOT) repair = TryKinds(ClassesRootKeyRepairs(), target, tryKind);
-    if (target.rootKey == HKEY_CURRENT_USER) repair = TryKinds(CurrentUserKeyRepairs(), target, tryKind);
-    return repair ? repair : TryKinds(KeyEntryRepairs(), target, tryKind);
+    if (target.rootKey == HKEY_CLASSES_ROOT)
+        repair = TryKinds(ClassesRootKeyRepairs(), target, tryKind, kept);
+    if (target.rootKey == HKEY_CURRENT_USER)
+        repair = TryKinds(CurrentUserKeyRepairs(), target, tryKind, kept);
+    return repair ? repair : TryKinds(KeyEntryRepairs(), target, tryKind, kept);
 }
 
 /// Opens an entry's key for a repair of its values, and exports it.
