@@ -1,5 +1,6 @@
 #include "repair/repair_entry.h"
 
+#include <cstring>
 #include <optional>
 #include <set>
 #include <span>
@@ -80,7 +81,10 @@ bool NameIsAmbiguous(HKEY key, const std::string& valueName) {
     for (DWORD index = 0;; ++index) {
         const LSTATUS result = values.Read(key, index);
         if (end.IsReached(key, index, result)) return count > 1 || end.HasGivenUp();
-        if (result == ERROR_SUCCESS && InSmallLetters(values.Name()) == wanted) ++count;
+        // Letters keep their length; only the few names that are as long are taken to small ones.
+        if (result == ERROR_SUCCESS && std::strlen(values.Name()) == wanted.size() &&
+            InSmallLetters(values.Name()) == wanted)
+            ++count;
     }
 }
 
@@ -119,7 +123,10 @@ Repair PlanRepair(const std::string& entryText) {
     const LSTATUS opened = OpenKey(target.rootKey, target.subkeyPath.c_str(), kReadAccess, key);
     if (opened != ERROR_SUCCESS && opened != ERROR_ACCESS_DENIED) return {};
     if (!entry->valueName.has_value()) return {Deed::DefaultEmptied, ""};
-    const bool isThere = !key || ::RegQueryValueExA(key.Get(), entry->valueName->c_str(), nullptr, nullptr,
-                                                    nullptr, nullptr) == ERROR_SUCCESS;
-    return {isThere ? Deed::ValueDeleted : Deed::Nothing, ""};
+    if (!key) return {Deed::ValueDeleted, ""};
+    if (::RegQueryValueExA(key.Get(), entry->valueName->c_str(), nullptr, nullptr, nullptr, nullptr) !=
+        ERROR_SUCCESS)
+        return {};
+    if (NameIsAmbiguous(key.Get(), *entry->valueName)) return {Deed::Nothing, "", true};
+    return {Deed::ValueDeleted, ""};
 }
