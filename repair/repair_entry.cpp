@@ -41,7 +41,7 @@ Repair TryKinds(std::span<const RepairKind> kinds, const RepairTarget& target, T
                 std::set<std::string>& kept) {
     for (const RepairKind& kind : kinds) {
         const Unit unit = kind.unit({target.rootName, target.subkeyPath});
-        if (!unit.has_value() || kept.contains(*unit)) continue;
+        if (target.lacksCopy || !unit.has_value() || kept.contains(*unit)) continue;
         if (Repair repair = tryKind(kind, target); repair) return repair;
         kept.insert(*unit);
     }
@@ -107,7 +107,7 @@ Repair RepairEntry(const std::string& entryText, CUndoRecord& undo) {
     const std::optional<Entry> entry = ParseEntry(entryText);
     if (!entry.has_value()) return {};
     const RepairTarget target{RootHandle(entry->root), entry->rootName, entry->subkeyPath, undo};
-    if (Repair repair = TryKindsOf(*entry, target, &MakeRepair); repair) return repair;
+    if (Repair repair = TryKindsOf(*entry, target, &MakeRepair); repair || target.lacksCopy) return repair;
     if (entry->valueName.has_value())
         return {DeleteValue(target, *entry->valueName) ? Deed::ValueDeleted : Deed::Nothing, ""};
     return {EmptyDefaultValue(target) ? Deed::DefaultEmptied : Deed::Nothing, ""};
