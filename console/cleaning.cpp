@@ -110,7 +110,9 @@ bool CCleaning::CleanRow(const Row& row, CUndoRecord& undo) {
     }
     Tell("", row, repair);
     // An entry that went with one before it is no failure.
-    if (!repair && PlanRepair(EntryOf(row))) Refuse(row, "it could not be changed");
+    if (repair) return true;
+    const Repair stillToDo = PlanRepair(EntryOf(row));
+    if (stillToDo || stillToDo.isRefused) Refuse(row, "it could not be changed");
     return true;
 }
 

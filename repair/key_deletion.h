@@ -13,7 +13,8 @@ struct OpenedKey {
 
 /// Deletes a subkey with everything below it. Of symbolic links only the links go. A key that refuses to be
 /// opened is taken over first. A subkey that cannot be deleted is tried again; when nothing has changed for
-/// ten seconds, the key is left with what remains.
+/// ten seconds, the key is left with what remains. What others make anew meanwhile is deleted as well, but is
+/// no change.
 /// @param parentKey  open with kDeletionAccess.
 /// @return the system's code of the last deletion: that of the subkey itself where it came so far.
 [[nodiscard]] LSTATUS DeleteKeyRecursive(const OpenedKey& parentKey, const std::string& subkeyName);

@@ -14,6 +14,8 @@ struct RepairTarget {
     std::string rootName;    // as it stands in the entry
     std::string subkeyPath;  // of the entry's key, below the root
     CUndoRecord& undo;
+    /// Set when the unit of a kind could not be copied and must be: then no other repair may take its place.
+    mutable bool lacksCopy = false;
 };
 
 /// Removes what has to go with an entry of one kind, after exporting it into the undo file.

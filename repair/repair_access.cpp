@@ -8,8 +8,10 @@
 
 namespace {
 
-bool Export(const RepairTarget& target, const std::string& path, ExportedLink link) {
-    return target.undo.Export(KeyTextOf(target, path), link) == ERROR_SUCCESS || !target.undo.MustCopy();
+bool IsAbsent(const RepairTarget& target, const std::string& unit) {
+    CUniqueKey key;
+    const LSTATUS opened = OpenKeyItself(target.rootKey, unit.c_str(), KEY_QUERY_VALUE, key);
+    return opened == ERROR_FILE_NOT_FOUND || opened == ERROR_PATH_NOT_FOUND;
 }
 
 }  // namespace
@@ -26,7 +28,8 @@ LSTATUS OpenForced(HKEY root, const std::string& path, REGSAM access, CUniqueKey
 }
 
 bool ExportBranch(const RepairTarget& target, const std::string& path) {
-    return Export(target, path, ExportedLink::Followed);
+    return target.undo.Export(KeyTextOf(target, path), ExportedLink::Followed) == ERROR_SUCCESS ||
+           !target.undo.MustCopy();
 }
 
 bool ExportUnit(const RepairTarget& target, const std::string& unit) {
@@ -35,5 +38,9 @@ bool ExportUnit(const RepairTarget& target, const std::string& unit) {
     if (OpenKeyItself(target.rootKey, unit.c_str(), kNeeded, key) == ERROR_ACCESS_DENIED)
         ForceKeyAccess(target.rootKey, unit.c_str());
     key.Reset();
-    return Export(target, unit, ExportedLink::Itself);
+    const DWORD exported = target.undo.Export(KeyTextOf(target, unit), ExportedLink::Itself);
+    if (exported == ERROR_SUCCESS || !target.undo.MustCopy()) return true;
+    // A unit that is not there, though, leaves the entry to the next kind.
+    target.lacksCopy = exported != export_errors::kKeyNotOpened || !IsAbsent(target, unit);
+    return false;
 }

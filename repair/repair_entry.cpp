@@ -1,6 +1,8 @@
 #include "repair/repair_entry.h"
 
+#include <cstring>
 #include <optional>
+#include <set>
 #include <span>
 
 #include "platform/owners.h"
@@ -33,19 +35,29 @@ Repair FindRepair(const RepairKind& kind, const RepairTarget& target) {
 
 using TryKind = Repair (*)(const RepairKind& kind, const RepairTarget& target);
 
-Repair TryKinds(std::span<const RepairKind> kinds, const RepairTarget& target, TryKind tryKind) {
-    for (const RepairKind& kind : kinds)
+/// @param kept  receives the units that could not be removed. Another kind with the same unit is passed over:
+///              it would be held up as long, for the same end.
+Repair TryKinds(std::span<const RepairKind> kinds, const RepairTarget& target, TryKind tryKind,
+                std::set<std::string>& kept) {
+    for (const RepairKind& kind : kinds) {
+        const Unit unit = kind.unit({target.rootName, target.subkeyPath});
+        if (target.lacksCopy || !unit.has_value() || kept.contains(*unit)) continue;
         if (Repair repair = tryKind(kind, target); repair) return repair;
+        kept.insert(*unit);
+    }
     return {};
 }
 
 /// Tries the kinds that an entry of its root and form can be of, in their order.
 Repair TryKindsOf(const Entry& entry, const RepairTarget& target, TryKind tryKind) {
-    if (entry.valueName.has_value()) return TryKinds(ValueEntryRepairs(), target, tryKind);
+    std::set<std::string> kept;
+    if (entry.valueName.has_value()) return TryKinds(ValueEntryRepairs(), target, tryKind, kept);
     Repair repair;
-    if (target.rootKey == HKEY_CLASSES_ROOT) repair = TryKinds(ClassesRootKeyRepairs(), target, tryKind);
-    if (target.rootKey == HKEY_CURRENT_USER) repair = TryKinds(CurrentUserKeyRepairs(), target, tryKind);
-    return repair ? repair : TryKinds(KeyEntryRepairs(), target, tryKind);
+    if (target.rootKey == HKEY_CLASSES_ROOT)
+        repair = TryKinds(ClassesRootKeyRepairs(), target, tryKind, kept);
+    if (target.rootKey == HKEY_CURRENT_USER)
+        repair = TryKinds(CurrentUserKeyRepairs(), target, tryKind, kept);
+    return repair ? repair : TryKinds(KeyEntryRepairs(), target, tryKind, kept);
 }
 
 /// Opens an entry's key for a repair of its values, and exports it.
@@ -69,7 +81,10 @@ bool NameIsAmbiguous(HKEY key, const std::string& valueName) {
     for (DWORD index = 0;; ++index) {
         const LSTATUS result = values.Read(key, index);
         if (end.IsReached(key, index, result)) return count > 1 || end.HasGivenUp();
-        if (result == ERROR_SUCCESS && InSmallLetters(values.Name()) == wanted) ++count;
+        // Letters keep their length; only the few names that are as long are taken to small ones.
+        if (result == ERROR_SUCCESS && std::strlen(values.Name()) == wanted.size() &&
+            InSmallLetters(values.Name()) == wanted)
+            ++count;
     }
 }
 
@@ -92,7 +107,7 @@ Repair RepairEntry(const std::string& entryText, CUndoRecord& undo) {
     const std::optional<Entry> entry = ParseEntry(entryText);
     if (!entry.has_value()) return {};
     const RepairTarget target{RootHandle(entry->root), entry->rootName, entry->subkeyPath, undo};
-    if (Repair repair = TryKindsOf(*entry, target, &MakeRepair); repair) return repair;
+    if (Repair repair = TryKindsOf(*entry, target, &MakeRepair); repair || target.lacksCopy) return repair;
     if (entry->valueName.has_value())
         return {DeleteValue(target, *entry->valueName) ? Deed::ValueDeleted : Deed::Nothing, ""};
     return {EmptyDefaultValue(target) ? Deed::DefaultEmptied : Deed::Nothing, ""};
@@ -108,7 +123,10 @@ Repair PlanRepair(const std::string& entryText) {
     const LSTATUS opened = OpenKey(target.rootKey, target.subkeyPath.c_str(), kReadAccess, key);
     if (opened != ERROR_SUCCESS && opened != ERROR_ACCESS_DENIED) return {};
     if (!entry->valueName.has_value()) return {Deed::DefaultEmptied, ""};
-    const bool isThere = !key || ::RegQueryValueExA(key.Get(), entry->valueName->c_str(), nullptr, nullptr,
-                                                    nullptr, nullptr) == ERROR_SUCCESS;
-    return {isThere ? Deed::ValueDeleted : Deed::Nothing, ""};
+    if (!key) return {Deed::ValueDeleted, ""};
+    if (::RegQueryValueExA(key.Get(), entry->valueName->c_str(), nullptr, nullptr, nullptr, nullptr) !=
+        ERROR_SUCCESS)
+        return {};
+    if (NameIsAmbiguous(key.Get(), *entry->valueName)) return {Deed::Nothing, "", true};
+    return {Deed::ValueDeleted, ""};
 }

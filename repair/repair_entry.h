@@ -10,6 +10,7 @@ struct Repair {
 
     Deed deed = Deed::Nothing;
     std::string key;  // the removed key's path, with a leading backslash; it may stand above the entry's own
+    bool isRefused = false;  // of a plan: the entry is there, and it would be left
 
     /// Whether a repair was made.
     explicit operator bool() const { return deed != Deed::Nothing; }

@@ -5,6 +5,7 @@
 #include "tests/console/shared_modules.h"
 #include "tests/support/call_hook.h"
 #include "tests/support/file_text.h"
+#include "tests/support/native_calls.h"
 #include "tests/support/planted_hives.h"
 #include "tests/support/program_files.h"
 
@@ -283,6 +284,20 @@ TEST_CASE_FIXTURE(CleanBench, "a row that could not be changed is told, and a fa
     CHECK(terminal.error ==
           "not cleaned: " + CSharedModules::EntryOf(kFirst) + ": it could not be changed\n");
     CHECK(modules.Has(kFirst));
+}
+
+TEST_CASE_FIXTURE(CleanBench,
+                  "a row whose name another value has in the code page, too, is refused as planned") {
+    REQUIRE(SetTextByCountedName(modules.Key(), L"C:\\gone\\\xFF41.dll", L"1"));
+    const std::string nothing = "nothing: " + CSharedModules::EntryOf(kFirst);
+    CHECK((CleanRows({first}, {"--dry-run"}) == ExitCode::RowsFound));
+    CHECK(LinesOf(terminal.output).front() == "would be: " + nothing);
+    CHECK((CleanRows({first}) == ExitCode::Failed));
+    CHECK(LinesOf(terminal.output).front() == nothing);
+    CHECK(LinesOf(terminal.error).front() ==
+          "not cleaned: " + CSharedModules::EntryOf(kFirst) + ": it could not be changed");
+    CHECK(modules.Has(kFirst));
+    CHECK(::RegDeleteValueW(modules.Key(), L"C:\\gone\\\xFF41.dll") == ERROR_SUCCESS);
 }
 
 TEST_CASE_FIXTURE(CleanBench, "what standard output refuses is told on standard error, and a failure") {

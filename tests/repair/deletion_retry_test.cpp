@@ -2,11 +2,14 @@
 
 #include "repair/key_deletion.h"
 #include "tests/repair/repair_bench.h"
+#include "tests/repair/skipped_sleeps.h"
 #include "tests/support/call_hook.h"
 #include "tests/support/native_calls.h"
 #include "tests/support/scratch_key.h"
 
 namespace {
+
+constexpr int kWithoutEnd = 20'000;  // far more often than ten seconds allow
 
 template <class Function>
 FARPROC Address(Function* function) {
@@ -14,24 +17,48 @@ FARPROC Address(Function* function) {
 }
 
 /// Makes a key anew each time it is deleted, as a program would that watches it; or two keys in turn, or ever
-/// new ones.
+/// new ones; or the key with something in it, the same each time or another.
 struct Watcher {
     static inline FARPROC before = nullptr;
     static inline HKEY home = nullptr;
     static inline int left = 0;
     static inline bool inTurn = false;
     static inline bool everNew = false;
+    static inline const char* inside = "";  // of the key that comes back; '#' becomes a number
 
     static LSTATUS WINAPI Delete(HKEY parent, LPCSTR subkey) {
         const auto deleteKey = reinterpret_cast<decltype(&::RegDeleteKeyA)>(reinterpret_cast<void*>(before));
         const LSTATUS result = deleteKey(parent, subkey);
         const std::string name = subkey;
-        if (result == ERROR_SUCCESS && everNew && left-- > 0) MakeKey(home, "new" + std::to_string(left));
+        if (result == ERROR_SUCCESS && everNew && name.starts_with("new") && left-- > 0)
+            MakeKey(home, "new" + std::to_string(left) + Inside());
         const std::string other = name == "again" ? "then" : "again";
         if (result == ERROR_SUCCESS && (name == "again" || name == "then") && left-- > 0)
-            MakeKey(home, inTurn ? other : name);
+            MakeKey(home, (inTurn ? other : name) + Inside());
         return result;
     }
+    [[nodiscard]] static std::string Inside() {
+        std::string path = inside;
+        if (const std::size_t number = path.find('#'); number != std::string::npos)
+            path.replace(number, 1, std::to_string(left));
+        return path;
+    }
+};
+
+/// Tells nothing of a key that is not open for querying, as on Windows; Wine tells it all the same.
+struct CountGuard {
+    static inline FARPROC before = nullptr;
+
+    static LSTATUS WINAPI Query(HKEY key, LPSTR cls, LPDWORD classLength, LPDWORD reserved, LPDWORD subkeys,
+                                LPDWORD longestSubkey, LPDWORD longestClass, LPDWORD values,
+                                LPDWORD longestName, LPDWORD largestData, LPDWORD security, PFILETIME time) {
+        if ((GrantedRights(key) & KEY_QUERY_VALUE) == 0) return ERROR_ACCESS_DENIED;
+        return reinterpret_cast<decltype(&::RegQueryInfoKeyA)>(reinterpret_cast<void*>(before))(
+            key, cls, classLength, reserved, subkeys, longestSubkey, longestClass, values, longestName,
+            largestData, security, time);
+    }
+
+    CCallHook hook{"RegQueryInfoKeyA", Address(&Query), &before};
 };
 
 /// Refuses one key until a time has come.
@@ -81,13 +108,12 @@ TEST_CASE(
     for (const char* name : {R"(dead\a)", R"(dead\inner\again)"}) scratch.Add(name);
     const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
     Watcher::before = hook.Before();
-    Watcher::left = 1'000'000;
+    Watcher::left = kWithoutEnd;
     Watcher::inTurn = true;
-    const DWORD start = ::GetTickCount();
+    const CSkippedSleeps time;
     CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
-    const DWORD taken = ::GetTickCount() - start;
-    CHECK(taken >= 10'000);
-    CHECK(taken < 15'000);
+    CHECK(time.Taken() >= 10'000);
+    CHECK(time.Taken() < 15'000);
     CHECK_FALSE(ExistsBelow(scratch, R"(dead\a)"));
     CHECK(ExistsBelow(scratch, R"(dead\inner)"));
     Watcher::left = 0;
@@ -100,14 +126,80 @@ TEST_CASE("subkeys that are made faster than they can be deleted do not hold the
     scratch.Add(R"(dead\new)");
     const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
     Watcher::before = hook.Before();
-    Watcher::left = 1'000'000;
+    Watcher::left = kWithoutEnd;
     Watcher::everNew = true;
-    const DWORD start = ::GetTickCount();
+    const CSkippedSleeps time;
+    const CountGuard guard;
     CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
-    CHECK(::GetTickCount() - start < 20'000);
+    CHECK(time.Taken() < 20'000);
+    CHECK(Watcher::left > 0);
     CHECK(ExistsBelow(scratch, "dead"));
     Watcher::left = 0;
     Watcher::everNew = false;
+}
+
+TEST_CASE("a subkey that comes back with something in it for ever holds the deletion for ten seconds") {
+    for (const char* inside : {R"(\inner)", R"(\INNER)", R"(\inner#)", R"(\inner#\a\b)"}) {
+        CAPTURE(std::string(inside));
+        CScratchKey scratch;
+        Watcher::home = scratch.Add("dead");
+        for (const char* name : {R"(dead\again\inner)", R"(dead\again\more)"}) scratch.Add(name);
+        const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
+        Watcher::before = hook.Before();
+        Watcher::left = kWithoutEnd;
+        Watcher::inside = inside;
+        const CSkippedSleeps time;
+        CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
+        CHECK(time.Taken() >= 10'000);
+        CHECK(time.Taken() < 15'000);
+        Watcher::left = 0;
+        Watcher::inside = "";
+    }
+}
+
+TEST_CASE("ever new subkeys, each with something in it, do not hold the deletion for ever") {
+    CScratchKey scratch;
+    Watcher::home = scratch.Add("dead");
+    scratch.Add(R"(dead\new)");
+    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
+    Watcher::before = hook.Before();
+    Watcher::left = kWithoutEnd;
+    Watcher::everNew = true;
+    Watcher::inside = R"(\inner)";
+    const CSkippedSleeps time;
+    CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
+    CHECK(Watcher::left > 0);
+    Watcher::left = 0;
+    Watcher::everNew = false;
+    Watcher::inside = "";
+}
+
+TEST_CASE("a subkey that comes back once, with more in it than there was, is deleted at once") {
+    CScratchKey scratch;
+    Watcher::home = scratch.Add("dead");
+    for (const char* name : {R"(dead\again)", R"(dead\z)"}) scratch.Add(name);
+    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
+    Watcher::before = hook.Before();
+    Watcher::left = 1;
+    Watcher::inside = R"(\a\b\c)";
+    const DWORD start = ::GetTickCount();
+    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
+    CHECK(::GetTickCount() - start < 2'000);
+    CHECK_FALSE(ExistsBelow(scratch, "dead"));
+    Watcher::inside = "";
+}
+
+TEST_CASE("a key with more subkeys than may be made meanwhile goes, one that refuses to be counted too") {
+    for (const REGSAM rights : {REGSAM{KEY_ALL_ACCESS}, kDeletionAccess}) {
+        CUniqueKey key;
+        CScratchKey scratch;
+        MakeKey(scratch.Get(), "dead");
+        REQUIRE(::RegOpenKeyExA(scratch.Get(), "dead", 0, KEY_ALL_ACCESS, key.Receive()) == ERROR_SUCCESS);
+        for (int count = 0; count < 1100; ++count) MakeKey(key.Get(), "sub" + std::to_string(count));
+        scratch.Restrict(key.Get(), rights);
+        CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
+        CHECK_FALSE(ExistsBelow(scratch, "dead"));
+    }
 }
 
 TEST_CASE("a subkey that becomes deletable after a second is deleted, before any that stands behind it") {

@@ -8,6 +8,7 @@
 #include "tests/support/call_hook.h"
 #include "tests/support/file_text.h"
 #include "tests/support/program_files.h"
+#include "tests/support/registry_tree.h"
 
 // Repairs that must have their copy, and the undo files of commands that make such repairs.
 
@@ -105,6 +106,41 @@ TEST_CASE("a key that must have its copy is not deleted without one, and its def
     DWORD bytes = 0;
     CHECK(::RegQueryValueExA(scratch.Get(), "", nullptr, nullptr, nullptr, &bytes) == ERROR_SUCCESS);
     CHECK(bytes == 8);
+}
+
+TEST_CASE("a row whose unit cannot be copied whole keeps its default value as well") {
+    CScratchKey unit;
+    SetText(unit.Get(), "", "default");
+    unit.Restrict(unit.Add("locked"), 0);
+    const CScratchFolder folder;
+    CUndoRecord undo(folder.Path() + "\\undo.reg", CUndoRecord::WithoutCopy::IsRefused);
+    CHECK_FALSE(RepairEntry(unit.Path(), undo));
+    CHECK_FALSE(undo.HasFailed());
+    CHECK(FileText(undo.FileName()).empty());
+    CHECK(ReadTree(unit.Get()).values[""].data == "default");
+}
+
+TEST_CASE("a row whose unit cannot be read at all keeps its value") {
+    CScratchKey cls(HKEY_CURRENT_CONFIG, R"(Software\Classes\CLSID\{20090514-0000-0000-0000-000000000001})");
+    const HKEY inside = cls.Add("sub");
+    SetText(inside, "v", "x");
+    cls.Restrict(cls.Get(), 0);
+    const CScratchFolder folder;
+    CUndoRecord undo(folder.Path() + "\\undo.reg", CUndoRecord::WithoutCopy::IsRefused);
+    CHECK_FALSE(RepairEntry(cls.Path() + R"(\sub\"v")", undo));
+    CHECK(ReadTree(inside).values.contains("v"));
+}
+
+TEST_CASE("a row whose unit is not there goes on to the next kind though it must have a copy") {
+    // The type library in its path makes it one of "TypeLib", where it is not.
+    CScratchKey word(HKEY_CLASSES_ROOT, R"(CLSID\VellumorGone)");
+    const HKEY entry = word.Add(R"(TypeLib\{gone)");
+    SetText(entry, "", "default");
+    const CScratchFolder folder;
+    CUndoRecord undo(folder.Path() + "\\undo.reg", CUndoRecord::WithoutCopy::IsRefused);
+    const Repair repair = RepairEntry(word.Path() + R"(\TypeLib\{gone)", undo);
+    CHECK((repair.deed == Repair::Deed::DefaultEmptied));
+    CHECK(ReadTree(entry).values[""].data.empty());
 }
 
 TEST_CASE("two commands within a second have undo files of their own") {

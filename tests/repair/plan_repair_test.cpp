@@ -5,6 +5,7 @@
 #include "repair/repair_entry.h"
 #include "tests/repair/key_security.h"
 #include "tests/repair/repair_bench.h"
+#include "tests/support/native_calls.h"
 
 namespace {
 
@@ -77,6 +78,16 @@ TEST_CASE("a product's key goes as planned, and stays as planned while it has su
     CHECK(DeleteBelow(product, "sub") == ERROR_SUCCESS);
     CHECK((RepairAsPlanned(product.Path()).deed == Deed::KeyRemoved));
     CHECK_FALSE(KeyExists(HKEY_LOCAL_MACHINE, kUninstall));
+}
+
+TEST_CASE("a value whose name another one has in the code page, too, is left as planned, and told so") {
+    CScratchKey key(HKEY_CURRENT_USER, "VellumorPlain");
+    SetText(key.Get(), "vA", "good");
+    REQUIRE(SetTextByCountedName(key.Get(), L"v\xFF21", L"C:\\gone"));
+    const std::string entry = key.Path() + R"(\"vA")";
+    CHECK((RepairAsPlanned(entry).deed == Deed::Nothing));
+    CHECK(PlanRepair(entry).isRefused);
+    CHECK_FALSE(PlanRepair(key.Path() + R"(\"none")").isRefused);
 }
 
 TEST_CASE("a plan changes nothing") {

@@ -3,6 +3,7 @@
 #include "repair/repair_entry.h"
 #include "tests/repair/key_security.h"
 #include "tests/repair/repair_bench.h"
+#include "tests/repair/skipped_sleeps.h"
 #include "tests/support/call_hook.h"
 #include "tests/support/file_text.h"
 #include "tests/support/scratch_key.h"
@@ -43,6 +44,18 @@ private:
 constexpr char kAppPaths[] = R"(SOFTWARE\Microsoft\Windows\CurrentVersion\App Paths\)";
 constexpr char kClass[] = R"(Software\Classes\CLSID\{01234567-89AB-CDEF-0123-456789ABCDEF})";
 
+/// Refuses to delete keys named "sub".
+struct SubGuard {
+    static inline decltype(&::RegDeleteKeyA) before = nullptr;
+
+    static LSTATUS WINAPI Delete(HKEY parent, LPCSTR subkey) {
+        return std::string("sub") == subkey ? ERROR_ACCESS_DENIED : before(parent, subkey);
+    }
+
+    CCallHook hook{"RegDeleteKeyA", reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Delete)),
+                   reinterpret_cast<FARPROC*>(&before)};
+};
+
 }  // namespace
 
 TEST_CASE("a whole branch of which every key refuses access is exported and goes") {
@@ -58,6 +71,20 @@ TEST_CASE("a whole branch of which every key refuses access is exported and goes
     CHECK_FALSE(KeyExists(HKEY_LOCAL_MACHINE, unit.Subkey()));
     CHECK(bench.Exports() == std::vector<std::string>{unit.Path().substr(1)});
     CHECK(bench.UndoText().find("\"outer\"=\"x\"") != std::string::npos);
+}
+
+TEST_CASE("a unit of several kinds that cannot be deleted is exported and waited for once") {
+    const CPlantedUnit unit("HKEY_CURRENT_USER",
+                            R"(Software\Microsoft\Windows\CurrentVersion\Explorer\RecentDocs\.gone)");
+    const SubGuard guard;
+    const CSkippedSleeps time;
+    const CRepairBench bench;
+    // Then its default value is emptied.
+    CHECK(bench.Repair("\\" + unit.KeyText()));
+    CHECK(time.Taken() >= 10'000);
+    CHECK(time.Taken() < 15'000);
+    CHECK(unit.Exists());
+    CHECK(bench.Exports() == std::vector<std::string>{unit.KeyText(), unit.KeyText()});
 }
 
 TEST_CASE("a unit goes from a parent that grants reading alone, which is taken over and stays") {

@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include "tests/repair/repair_bench.h"
+#include "tests/support/allocation_count.h"
 #include "tests/support/native_calls.h"
 #include "tests/support/scratch_key.h"
 
@@ -103,6 +104,20 @@ TEST_CASE("a value of a root itself is deleted") {
           ERROR_FILE_NOT_FOUND);
     CHECK(bench.UndoText().starts_with(kHeader + std::string("[HKEY_CURRENT_USER]\r\n")));
     CHECK(bench.UndoText().find("\"VellumorRootValue\"=\"x\"") != std::string::npos);
+}
+
+TEST_CASE("how many values stand beside one that is deleted takes no memory") {
+    const auto allocationsAmong = [](int values) {
+        PlainKey key;
+        SetText(key.Get(), "dead", "x");
+        for (int value = 0; value < values; ++value)
+            SetText(key.Get(), std::string(50, 'n') + std::to_string(value), "y");
+        const CRepairBench bench;
+        const long before = AllocationCount();
+        CHECK(bench.Repair(key.Path() + R"(\"dead")"));
+        return AllocationCount() - before;
+    };
+    CHECK(allocationsAmong(500) < allocationsAmong(5) + 10);
 }
 
 TEST_CASE("a value name with a double quote is cut there") {

@@ -1,10 +1,14 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <map>
+#include <memory>
 #include <random>
 
 #include "repair/entry_rules.h"
+#include "repair/kind_repairs.h"
 #include "repair/repair_entry.h"
+#include "tests/repair/random_places.h"
 #include "tests/repair/repair_bench.h"
 #include "tests/support/path_names.h"
 #include "tests/support/registry_tree.h"
@@ -14,73 +18,35 @@
 
 namespace {
 
-constexpr int kTrees = 30;
+constexpr int kTrees = 44;
 constexpr int kRowsPerTree = 24;
 
-int Below(std::mt19937& random, int bound) {
-    return static_cast<int>(random() % static_cast<unsigned>(bound));
-}
+/// The kinds by their names, to tell which of them took part.
+struct NamedKind {
+    const char* name;
+    KindRepair repair;
+};
+constexpr NamedKind kKinds[] = {{"class", RepairClsidKey},
+                                {"type library", RepairTypeLibKey},
+                                {"icon", RepairDefaultIconClass},
+                                {"command", RepairShellCommandClass},
+                                {"component", RepairInstallerComponent},
+                                {"application path", RepairAppPath},
+                                {"event source", RepairEventlogSource},
+                                {"product", RepairUninstallKey},
+                                {"menu order", RepairMenuOrderKey},
+                                {"list of programs", RepairArpCacheKey},
+                                {"software", RepairSoftwareKey},
+                                {"COM family", RepairComFamilyKey},
+                                {"extension", RepairFileExtsKey},
+                                {"recent documents", RepairRecentDocsKey}};
 
-/// Names that the kinds of repair look for, and some that only resemble them. None begins with a double
-/// quote: behind a backslash, that opens the value name of an entry's text.
-std::string RandomName(std::mt19937& random) {
-    static constexpr const char* kNames[] = {"Classes",
-                                             "CLSID",
-                                             "TypeLib",
-                                             "Interface",
-                                             "{01234567-89AB-CDEF-0123-456789ABCDEF}",
-                                             "{11234567-89AB-CDEF-0123-456789ABCDEF}",
-                                             "{short}",
-                                             "DefaultIcon",
-                                             "defaulticon",
-                                             "shell",
-                                             "Shell",
-                                             "shellx",
-                                             "open",
-                                             "command",
-                                             "Command",
-                                             "commandx",
-                                             "Microsoft",
-                                             "Windows",
-                                             "CurrentVersion",
-                                             "App Paths",
-                                             "Installer",
-                                             "UserData",
-                                             "Components",
-                                             "Services",
-                                             "Eventlog",
-                                             "Application",
-                                             "Uninstall",
-                                             "a",
-                                             "b",
-                                             "x Classes",
-                                             "x\"q\"",
-                                             "%p%",
-                                             "]",
-                                             "*",
-                                             "a\nb",
-                                             "\xE4"};
-    return kNames[Below(random, static_cast<int>(std::size(kNames)))];
-}
+/// How often each kind has removed a unit.
+using KindCounts = std::map<KindRepair, int>;
 
-/// Paths on which the kinds of repair find what they look for.
-std::string RandomPath(std::mt19937& random) {
-    static constexpr const char* kPaths[] = {
-        R"(Classes\CLSID\{01234567-89AB-CDEF-0123-456789ABCDEF}\InprocServer32)",
-        R"(Classes\TypeLib\{01234567-89AB-CDEF-0123-456789ABCDEF}\1.0\0\win32)",
-        R"(Classes\txtfile\DefaultIcon)",
-        R"(Classes\txtfile\shell\open\command)",
-        R"(Microsoft\Windows\CurrentVersion\Installer\UserData\S-1\Components\a)",
-        R"(Microsoft\Windows\CurrentVersion\App Paths\a.exe)",
-        R"(Services\Eventlog\Application\a)"};
-    std::string path;
-    for (int count = Below(random, 3); count > 0; --count) path += RandomName(random) + "\\";
-    if (Below(random, 2) == 0)
-        path += std::string(kPaths[Below(random, static_cast<int>(std::size(kPaths)))]) + "\\";
-    return path + RandomName(random);
-}
-
-/// The keys that may go with an entry: its own, and the class key that it is about.
+/// The keys that may go with an entry: its own, which of a product is the product's, and the class key that
+/// it is about.
+/// @param names  of the entry's key, from its root on.
 std::vector<std::string> PossibleUnits(const Names& names) {
     std::vector<std::string> units{PathOf(names, names.size())};
     const auto isOneOf = [&](std::size_t at, std::initializer_list<std::string_view> wanted) {
@@ -137,54 +103,108 @@ std::string ChooseKey(const Tree& tree, std::mt19937& random) {
     return path;
 }
 
-/// The machine's and the user's registry, without a test's own keys.
+/// The registry of the machine and of all users.
 Tree ReadSurroundings() {
     Tree all;
     all.subkeys["machine"] = ReadTree(HKEY_LOCAL_MACHINE);
-    all.subkeys["user"] = ReadTree(HKEY_CURRENT_USER);
-    for (auto& [name, root] : all.subkeys)
-        std::erase_if(root.subkeys["Software"].subkeys,
-                      [](const auto& key) { return key.first.starts_with("VellumorTest-"); });
+    all.subkeys["users"] = ReadTree(HKEY_USERS);
     return all;
 }
 
-/// A scratch key full of random keys, and rows of them that are cleaned.
+/// Keys of a place full of random keys, and rows of them that are cleaned.
 class CUnitBench {
 public:
-    CUnitBench(HKEY root, std::mt19937& random) : m_scratch(root), m_random(random) {
-        for (int count = 0; count < 14; ++count) {
-            const HKEY key = m_scratch.Add(RandomPath(m_random));
-            for (const char* name : {"", "v", "w"})
-                if (Below(m_random, 2) == 0) SetText(key, name, "C:\\gone");
+    CUnitBench(const Place& place, std::mt19937& random)
+        : m_place(place), m_root(RootNamed(place.rootName)), m_random(random) {
+        for (const char* top : kTops) m_tops.push_back(std::make_unique<CScratchKey>(m_root, PathBelow(top)));
+        for (int count = 0; count < 16; ++count) {
+            CScratchKey& top = *m_tops[static_cast<std::size_t>(Below(m_random, std::size(kTops)))];
+            // A product's key goes only where it has no subkeys.
+            PlantValues(Below(m_random, 4) == 0 ? top.Get() : top.Add(RandomPath(m_random)));
         }
     }
 
     /// Cleans one row. @return whether anything has changed.
-    bool CleanOne() {
-        const Tree before = ReadTree(m_scratch.Get());
+    bool CleanOne(KindCounts& removals) {
+        const Tree before = ReadTops();
         const std::string path = ChooseKey(before, m_random);
         if (path.empty()) return false;
         const std::string valueName = Below(m_random, 2) == 0 ? "v" : "";
-        CAPTURE(path);
+        const std::string keyText = m_place.rootName + ("\\" + PathBelow(path));
+        CAPTURE(keyText);
         CAPTURE(valueName);
-        const Repair repair = RepairEntry(EntryText(m_scratch.Path() + "\\" + path, valueName), m_undo);
-        const Tree after = ReadTree(m_scratch.Get());
+        const Repair repair = RepairEntry(EntryText("\\" + keyText, valueName), m_undo);
+        const Tree after = ReadTops();
         CheckChange(before, after, path, valueName);
         if (after != before) CHECK(static_cast<bool>(repair));
+        if (repair.deed == Repair::Deed::KeyRemoved) Count(path, valueName, repair.key, removals);
         return after != before;
     }
 
 private:
-    static void CheckChange(const Tree& before, const Tree& after, const std::string& path,
-                            const std::string& valueName) {
+    [[nodiscard]] std::string PathBelow(const std::string& path) const {
+        return std::string(m_place.path) + "\\" + path;
+    }
+
+    void PlantValues(HKEY key) {
+        for (const char* name : {"", "v", "w"})
+            if (Below(m_random, 2) == 0) SetText(key, name, "C:\\gone");
+    }
+
+    [[nodiscard]] Tree ReadTops() const {
+        Tree tops;
+        for (const char* top : kTops) {
+            CUniqueKey key;
+            if (::RegOpenKeyExA(m_root, PathBelow(top).c_str(), 0, KEY_READ, key.Receive()) == ERROR_SUCCESS)
+                tops.subkeys[top] = ReadTree(key.Get());
+        }
+        return tops;
+    }
+
+    void CheckChange(const Tree& before, const Tree& after, const std::string& path,
+                     const std::string& valueName) const {
         if (after == before) return;
         bool isAllowed = after == WithoutValue(before, path, valueName);
-        for (const std::string& unit : PossibleUnits(NamesOf(path)))
-            isAllowed = isAllowed || after == Without(before, unit);
+        for (const std::string& unit : PossibleUnits(NamesOf(PathBelow(path)))) {
+            if (!unit.starts_with(PathBelow(""))) continue;
+            isAllowed = isAllowed || after == Without(before, unit.substr(PathBelow("").size()));
+        }
         CHECK(isAllowed);
     }
 
-    CScratchKey m_scratch;
+    /// The kinds that are tried for a row, in their order.
+    [[nodiscard]] std::vector<RepairKind> KindsFor(const std::string& valueName) const {
+        std::vector<RepairKind> kinds;
+        const auto add = [&](std::span<const RepairKind> more) {
+            for (const RepairKind& kind : more) kinds.push_back(kind);
+        };
+        if (!valueName.empty()) {
+            add(ValueEntryRepairs());
+            return kinds;
+        }
+        if (m_root == HKEY_CLASSES_ROOT) add(ClassesRootKeyRepairs());
+        if (m_root == HKEY_CURRENT_USER) add(CurrentUserKeyRepairs());
+        add(KeyEntryRepairs());
+        return kinds;
+    }
+
+    /// Counts a removal for the first kind that removes the key.
+    void Count(const std::string& path, const std::string& valueName, const std::string& removed,
+               KindCounts& removals) const {
+        const std::string subkeyPath = PathBelow(path);
+        const std::string root = std::string("\\") + m_place.rootName + "\\";
+        const std::vector<RepairKind> kinds = KindsFor(valueName);
+        const auto found = std::ranges::find_if(kinds, [&](const RepairKind& kind) {
+            const Unit unit = kind.unit({m_place.rootName, subkeyPath});
+            return unit.has_value() && root + *unit == removed;
+        });
+        CHECK(found != kinds.end());
+        if (found != kinds.end()) ++removals[found->repair];
+    }
+
+    Place m_place;
+    HKEY m_root;
+    std::vector<std::unique_ptr<CScratchKey>> m_tops;
     CScratchFolder m_folder;
     CUndoRecord m_undo{m_folder.Path() + "\\undo.reg"};
     std::mt19937& m_random;
@@ -193,16 +213,22 @@ private:
 }  // namespace
 
 TEST_CASE("cleaning a row of a random registry touches nothing outside of the row's unit") {
+    MakePlaces();
     const Tree before = ReadSurroundings();
+    KindCounts removals;
     int changed = 0;
     int rows = 0;
     for (unsigned seed = 1; seed <= kTrees; ++seed) {
         CAPTURE(seed);
         std::mt19937 random(seed);
-        CUnitBench bench(seed % 2 == 0 ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, random);
-        for (int row = 0; row < kRowsPerTree; ++row, ++rows) changed += bench.CleanOne() ? 1 : 0;
+        CUnitBench bench(PlaceOf(seed), random);
+        for (int row = 0; row < kRowsPerTree; ++row, ++rows) changed += bench.CleanOne(removals) ? 1 : 0;
     }
     CHECK(Difference(before, ReadSurroundings()) == "");
     MESSAGE(changed, " of ", rows, " rows changed something");
     CHECK(changed > rows / 3);
+    for (const NamedKind& kind : kKinds) {
+        MESSAGE(std::string(kind.name), ": ", removals[kind.repair]);
+        CHECK(removals[kind.repair] > 0);
+    }
 }

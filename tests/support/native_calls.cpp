@@ -15,6 +15,7 @@ Function NativeFunction(const char* name) {
 using QueryProc = NTSTATUS(NTAPI*)(HANDLE, int, void*, ULONG, ULONG*);
 
 constexpr int kKeyNameInformation = 3;
+constexpr int kObjectBasicInformation = 0;
 constexpr int kObjectNameInformation = 1;
 constexpr int kObjectTypeInformation = 2;
 constexpr int kSystemHandleInformation = 16;
@@ -103,6 +104,18 @@ std::vector<HANDLE> OwnHandles() {
             handles.push_back(reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(row.handle)));
     }
     return handles;
+}
+
+ACCESS_MASK GrantedRights(HANDLE handle) {
+    static const auto query = NativeFunction<QueryProc>("NtQueryObject");
+    struct {
+        ULONG attributes;
+        ACCESS_MASK grantedRights;
+        ULONG others[12];
+    } basic = {};
+    ULONG bytes = 0;
+    if (query(handle, kObjectBasicInformation, &basic, sizeof basic, &bytes) != 0) return 0;
+    return basic.grantedRights;
 }
 
 std::wstring HandleType(HANDLE handle) { return ObjectText(handle, kObjectTypeInformation); }

@@ -24,6 +24,9 @@ bool SetTextByCountedName(HKEY key, std::wstring name, std::wstring_view text);
 /// Every handle that this process has open now. (The process's own handle counter stays 0 under Wine.)
 [[nodiscard]] std::vector<HANDLE> OwnHandles();
 
+/// The rights that a handle was opened with.
+[[nodiscard]] ACCESS_MASK GrantedRights(HANDLE handle);
+
 /// A kernel object's type, as in L"Event", and its name; empty: unnamed.
 [[nodiscard]] std::wstring HandleType(HANDLE handle);
 [[nodiscard]] std::wstring HandleName(HANDLE handle);
