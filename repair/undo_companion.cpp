@@ -53,9 +53,12 @@ bool HoldsOnly(const std::string& undoFile, const CBranchList& branches) {
            check.Finish();
 }
 
-bool IsMissing(const std::string& fileName) {
-    return ::GetFileAttributesA(fileName.c_str()) == INVALID_FILE_ATTRIBUTES &&
-           ::GetLastError() == ERROR_FILE_NOT_FOUND;
+/// Opens an undo file's companion for writing, and makes it if need be; nothing for a file that has none.
+CUniqueFile OpenCompanion(const std::string& undoFile, DWORD opening) {
+    const std::string companion = CompanionName(undoFile);
+    if (companion.empty()) return CUniqueFile();
+    return CUniqueFile(::CreateFileA(companion.c_str(), GENERIC_WRITE, kShareAll, nullptr, opening,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 /// Appends a text whole or not at all.
@@ -72,12 +75,17 @@ bool Append(HANDLE file, std::string_view text) {
 
 }  // namespace
 
+bool IsMissing(const std::string& fileName) {
+    return ::GetFileAttributesA(fileName.c_str()) == INVALID_FILE_ATTRIBUTES &&
+           ::GetLastError() == ERROR_FILE_NOT_FOUND;
+}
+
+bool MakeCompanion(const std::string& undoFile) {
+    return static_cast<bool>(OpenCompanion(undoFile, CREATE_ALWAYS));
+}
+
 bool AddToCompanion(const std::string& undoFile, const std::string& branch) {
-    const std::string companion = CompanionName(undoFile);
-    if (companion.empty()) return false;
-    const DWORD opening = IsMissing(undoFile) ? CREATE_ALWAYS : OPEN_ALWAYS;
-    const CUniqueFile file(::CreateFileA(companion.c_str(), GENERIC_WRITE, kShareAll, nullptr, opening,
-                                         FILE_ATTRIBUTE_NORMAL, nullptr));
+    const CUniqueFile file = OpenCompanion(undoFile, OPEN_ALWAYS);
     return file && Append(file.Get(), BranchLine(branch));
 }
 

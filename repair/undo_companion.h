@@ -2,9 +2,18 @@
 
 #include <string>
 
-/// Lists a branch in an undo file's companion, which is made if need be. A companion without its undo file is
-/// of no use to anybody; what it lists is dropped.
-/// @param undoFile  full path; the file need not be there yet.
+/// Whether a file is known not to be there.
+[[nodiscard]] bool IsMissing(const std::string& fileName);
+
+/// Makes the companion of an undo file that is new, or is about to be made. It lists nothing, and so keeps
+/// the file from being replayed; what one that was left over listed is dropped, since it is of no use to
+/// anybody.
+/// @param undoFile  full path.
+/// @return whether there is an empty companion now.
+[[nodiscard]] bool MakeCompanion(const std::string& undoFile);
+
+/// Lists a branch in an undo file's companion, which is made if need be.
+/// @param undoFile  full path.
 /// @param branch    the branch's key, root name first.
 /// @return whether the branch is listed now.
 [[nodiscard]] bool AddToCompanion(const std::string& undoFile, const std::string& branch);

@@ -57,12 +57,13 @@ std::optional<std::string> ClaimUndoFile() {
     if (programFolder.empty()) return std::nullopt;
     for (int left = kTries; left > 0; --left) {
         const std::string fileName = MakeNameIn(programFolder + "\\Undo");
-        const CUniqueFile file(::CreateFileA(fileName.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                             FILE_ATTRIBUTE_NORMAL, nullptr));
+        CUniqueFile file(::CreateFileA(fileName.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                       FILE_ATTRIBUTE_NORMAL, nullptr));
         if (file) {
-            // One that was left over, of a file that is gone, would allow more than this one's branches.
-            ::DeleteFileA(CompanionName(fileName).c_str());
-            return fileName;
+            if (MakeCompanion(fileName)) return fileName;
+            file.Reset();
+            ::DeleteFileA(fileName.c_str());
+            return std::nullopt;
         }
         if (::GetLastError() != ERROR_FILE_EXISTS) return std::nullopt;
         ::Sleep(kTryPeriod);

@@ -12,9 +12,9 @@
 /// @return the full path, as in "D:\Tools\Undo\2009.05.14.16.03.27.reg".
 [[nodiscard]] std::string MakeUndoFileName();
 
-/// Makes an undo file of its own, empty, for a command that changes nothing without one. Names are a second
-/// apart; one that is taken is waited out.
-/// @return the full path; nothing where no file can be made and written.
+/// Makes an undo file of its own, empty, for a command that changes nothing without one, and its companion,
+/// by which no byte of it can be replayed unread. Names are a second apart; one that is taken is waited out.
+/// @return the full path; nothing where either cannot be made and written.
 [[nodiscard]] std::optional<std::string> ClaimUndoFile();
 
 /// Deletes an undo file that was claimed, if nothing has been written into it. @return whether it is gone.

@@ -41,30 +41,61 @@ DWORD CUndoRecord::Export(const std::string& keyText, ExportedLink link) {
     const DWORD opened = file.OpenKeyByText(keyText.c_str(), CRegFile::kReadMode, key, link);
     if (opened != ERROR_SUCCESS) return opened;
     const std::optional<LONGLONG> size = MustCopy() ? FileSize(m_fileName) : std::nullopt;
-    Append(file, key.Get(), keyText, link);
-    if (!MustCopy() || (file.IsWritten() && file.IsRead())) return ERROR_SUCCESS;
+    const bool isWritten = Append(file, key.Get(), keyText, link);
+    if (!MustCopy() || (isWritten && file.IsRead())) return ERROR_SUCCESS;
     // Part of an export would keep all of the file from being replayed.
     if (size.has_value()) CutFile(m_fileName, *size);
-    if (file.IsWritten()) return ERROR_READ_FAULT;
+    if (isWritten) return ERROR_READ_FAULT;
     m_hasFailed = true;
     return ERROR_WRITE_FAULT;
 }
 
-void CUndoRecord::Append(CRegFile& file, HKEY key, const std::string& keyText, ExportedLink link) {
-    ListBranch(keyText);
+/// @return whether all is listed and written.
+bool CUndoRecord::Append(CRegFile& file, HKEY key, const std::string& keyText, ExportedLink link) {
+    const std::vector<const Emptied*> emptiedThere = EmptiedIn(key);
+    BeginList();
+    NoteBranch(keyText);
+    for (const Emptied* emptied : emptiedThere) NoteBranch(emptied->keyText);
+    // What need not be listed is written all the same: by hand it can still be played back.
+    if (!ListBranches() && MustCopy()) return false;
     (void)file.ExportKey(m_fileName.c_str(), keyText.c_str(), link);
-    if (m_emptied.empty()) return;
-    const std::wstring branch = KeyObjectName(key);
-    for (const Emptied& emptied : m_emptied) {
-        if (!MayContain(branch, emptied.objectName)) continue;
-        ListBranch(emptied.keyText);
-        file.AppendDefaultValue(m_fileName.c_str(), emptied.keyText.c_str(), emptied.type, emptied.data);
-    }
+    for (const Emptied* emptied : emptiedThere)
+        file.AppendDefaultValue(m_fileName.c_str(), emptied->keyText.c_str(), emptied->type, emptied->data);
+    // Without a companion the file would be replayed unread, so what merely kept it away for a moment must
+    // not have the last word.
+    return ListBranches() && file.IsWritten();
 }
 
-void CUndoRecord::ListBranch(const std::string& keyText) {
-    // An export that cannot be listed is written all the same: by hand it can still be played back.
-    if (!m_listed.contains(keyText) && AddToCompanion(m_fileName, keyText)) m_listed.insert(keyText);
+/// The emptied default values that an export of a branch holds. @param key  the branch's.
+std::vector<const CUndoRecord::Emptied*> CUndoRecord::EmptiedIn(HKEY key) const {
+    std::vector<const Emptied*> found;
+    if (m_emptied.empty()) return found;
+    const std::wstring branch = KeyObjectName(key);
+    for (const Emptied& emptied : m_emptied)
+        if (MayContain(branch, emptied.objectName)) found.push_back(&emptied);
+    return found;
+}
+
+/// An undo file that is not there begins a list of its own.
+void CUndoRecord::BeginList() {
+    if (!IsMissing(m_fileName)) return;
+    m_owesCompanion = true;
+    m_noted.clear();
+    m_unlisted.clear();
+}
+
+void CUndoRecord::NoteBranch(const std::string& keyText) {
+    if (m_noted.insert(keyText).second) m_unlisted.push_back(keyText);
+}
+
+/// Lists the noted branches that are not listed yet. @return whether all of them are now.
+bool CUndoRecord::ListBranches() {
+    // One that is left over from another file must not let through more than this one's branches.
+    if (m_owesCompanion && !MakeCompanion(m_fileName)) return false;
+    m_owesCompanion = false;
+    while (!m_unlisted.empty() && AddToCompanion(m_fileName, m_unlisted.front()))
+        m_unlisted.erase(m_unlisted.begin());
+    return m_unlisted.empty();
 }
 
 bool CUndoRecord::RememberDefault(HKEY key, const std::string& keyText) {

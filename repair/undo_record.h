@@ -12,7 +12,8 @@
 /// and a replay writes the pictures back in the order in which they were taken. What a repair deletes is
 /// missing from later pictures and so comes back; but a default value that one repair has emptied is in them
 /// as empty text, and would come back so. Therefore each picture of such a key is followed by the value as it
-/// was before. The branches are listed in the undo file's companion, each before its first picture is taken.
+/// was before. The branches are listed in the undo file's companion, each before its first picture is taken;
+/// one that could not be is listed as soon as that can be done.
 class CUndoRecord {
 public:
     /// What becomes of a repair whose export cannot be written, or its key not be read for it.
@@ -26,7 +27,8 @@ public:
 
     /// Appends a branch.
     /// @return as CRegFile::ExportKey; where a repair must have its copy, ERROR_WRITE_FAULT or
-    /// ERROR_READ_FAULT for one that could not be written or read whole: the file is then as it was.
+    /// ERROR_READ_FAULT for one that could not be written, or listed, or read whole: the file is then as it
+    /// was.
     DWORD Export(const std::string& keyText, ExportedLink link);
 
     /// Whether a repair is to be left when its export fails.
@@ -47,12 +49,17 @@ private:
         std::vector<unsigned char> data;
     };
 
-    void ListBranch(const std::string& keyText);
-    void Append(CRegFile& file, HKEY key, const std::string& keyText, ExportedLink link);
+    [[nodiscard]] std::vector<const Emptied*> EmptiedIn(HKEY key) const;
+    void BeginList();
+    void NoteBranch(const std::string& keyText);
+    [[nodiscard]] bool ListBranches();
+    [[nodiscard]] bool Append(CRegFile& file, HKEY key, const std::string& keyText, ExportedLink link);
 
     std::string m_fileName;
     WithoutCopy m_withoutCopy;
     bool m_hasFailed = false;
-    std::unordered_set<std::string> m_listed;
+    bool m_owesCompanion = false;             // to an undo file that was new; what there is may be another's
+    std::unordered_set<std::string> m_noted;  // all branches
+    std::vector<std::string> m_unlisted;      // those that the companion does not list yet
     std::vector<Emptied> m_emptied;
 };

@@ -24,7 +24,8 @@ constexpr char kCloses[] = "It closes; what is left open when it fails, nobody c
 constexpr char kCannotFail[] = "It tells no failure.";
 constexpr char kAnswers[] = "Its answer is that of the window that it is sent to.";
 constexpr char kNoMatter[] = "Nothing depends on it.";
-constexpr char kOnce[] = "It is asked once in the life of the program, and a null is taken for an answer.";
+constexpr char kOnce[] =
+    "It is asked once in the life of a program; null_lookups_test has programs that are told null.";
 
 constexpr Exception kExceptions[] = {
     {"CharLowerBuffA", kCannotFail},

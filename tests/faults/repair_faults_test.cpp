@@ -1,6 +1,8 @@
 #include <doctest/doctest.h>
 
 #include "repair/repair_entry.h"
+#include "repair/undo_companion.h"
+#include "repair/undo_name_rules.h"
 #include "tests/faults/fault_runs.h"
 #include "tests/repair/key_security.h"
 #include "tests/repair/repair_bench.h"
@@ -63,6 +65,12 @@ struct Cleaning {
             CUndoRecord undo(undoFile);
             for (const std::string& entry : entries) last = RepairEntry(entry, undo);
         });
+        DemandReading(run);
+    }
+    /// Demands that no undo file was left that would be replayed unread.
+    void DemandReading(CFaultRun& run) const {
+        run.Demand(!Exists(undoFile) || Exists(CompanionName(undoFile)), "it can be replayed unread");
+        run.Demand(run.HasFault() || !Exists(undoFile) || MayReplay(undoFile), "it cannot be replayed");
     }
     /// Demands that what is gone is in the undo file, wherever the file could be written and the branch read:
     /// a failed export holds no repair up.

@@ -6,6 +6,7 @@
 #include "repair/export_text_rules.h"
 #include "tests/fuzz/export_reader.h"
 #include "tests/fuzz/fuzz_support.h"
+#include "tests/fuzz/replay_lines.h"
 #include "tests/rules/memory_sink.h"
 
 namespace {
@@ -96,6 +97,28 @@ void CheckReplay(const std::vector<ExportedBlock>& read, std::string_view text) 
     Require(!foreign.Finish(), "a key of no branch is not replayed");
 }
 
+/// The branch whose export a block is part of: the key itself, or, where names with line breaks lead to it,
+/// the one above these.
+std::string_view BranchOf(const ExportedBlock& block) {
+    const std::string_view path = block.path;
+    const std::size_t lineBreak = path.find_first_of("\r\n");
+    return lineBreak == kNone ? path : path.substr(0, path.rfind('\\', lineBreak));
+}
+
+/// Requires of an export with hostile key names that, if it may be replayed, it stays in its branches.
+void CheckHostileReplay(const std::vector<ExportedBlock>& blocks, std::string_view text) {
+    CBranchList branches(Same);
+    for (const ExportedBlock& block : blocks)
+        Require(branches.Read(BranchLine(BranchOf(block))), "a companion is read");
+    CExportCheck check(branches);
+    check.Feed(text);
+    if (!check.Finish()) return;
+    RequireHarmlessLines(text, [&blocks](std::string_view path) {
+        return std::ranges::any_of(
+            blocks, [path](const ExportedBlock& block) { return LiesIn(BranchOf(block), path); });
+    });
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
@@ -111,7 +134,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
         if (isNewExport && !expected.empty()) text.WriteBlankLine();
         Write(text, block);
         expected.push_back(AsRead(block));
-        // A key name with a line break does not come back; that is what a replay is kept from.
         breaksLine = breaksLine || block.path.find_first_of("\r\n") != kNone;
     }
     text.FlushOutput();
@@ -119,6 +141,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Require(std::ranges::all_of(sink.blocks, [](const std::string& block) { return block.size() <= 4096; }),
             "text is handed on in blocks");
     Require(written.find('\0') == kNone, "no zero is written");
+    CheckHostileReplay(expected, written);
+    // A key name with a line break does not come back.
     if (breaksLine) return 0;
     const std::optional<std::vector<ExportedBlock>> read = CExportReader(written).Read();
     Require(read.has_value(), "an export is read");

@@ -3,10 +3,14 @@
 #include <optional>
 
 #include "repair/repair_entry.h"
+#include "repair/undo_companion.h"
 #include "repair/undo_files.h"
+#include "repair/undo_name_rules.h"
+#include "tests/repair/refused_companion.h"
 #include "tests/repair/repair_bench.h"
 #include "tests/support/call_hook.h"
 #include "tests/support/file_text.h"
+#include "tests/support/planted_hives.h"
 #include "tests/support/program_files.h"
 #include "tests/support/registry_tree.h"
 
@@ -63,6 +67,13 @@ bool IsThere(const CScratchKey& scratch) {
            ::RegQueryValueExA(key.Get(), "value3", nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
 }
 
+/// The clock stands still while it lives, so that names made of the time are the same.
+class CStoppedClock {
+    static void WINAPI Tell(LPSYSTEMTIME now) { *now = {2009, 5, 4, 14, 16, 3, 27, 0}; }
+
+    CCallHook m_hook{"GetLocalTime", reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&Tell))};
+};
+
 }  // namespace
 
 TEST_CASE("a repair that must have its copy is left when the disk is full, and the file is as it was") {
@@ -89,6 +100,33 @@ TEST_CASE("a repair that must have its copy is left while somebody else holds th
     CHECK_FALSE(bench.RepairLarge());
     CHECK(bench.undo.HasFailed());
     CHECK(IsThere(bench.scratch));
+}
+
+TEST_CASE(
+    "a repair that must have its copy is left when its branch cannot be listed, and the file is as it was") {
+    CopyBench bench;
+    {
+        const CRefusedCompanion refused;
+        CHECK_FALSE(bench.RepairLarge());
+    }
+    CHECK(bench.undo.HasFailed());
+    CHECK(IsThere(bench.scratch));
+    CHECK(bench.Text() == bench.before);
+    CHECK(MayReplay(bench.undo.FileName()));
+}
+
+TEST_CASE("nothing is exported when the key of an emptied default value behind it cannot be listed") {
+    CopyBench bench;
+    const HKEY large = bench.scratch.Add("large");
+    SetText(large, "", "default");
+    REQUIRE(bench.undo.RememberDefault(large, bench.scratch.Path().substr(1) + "\\LARGE"));
+    {
+        const CRefusedCompanion refused(CRefusedCompanion::kAlways, 1);
+        CHECK_FALSE(bench.RepairLarge());
+    }
+    CHECK(bench.undo.HasFailed());
+    CHECK(IsThere(bench.scratch));
+    CHECK(bench.Text() == bench.before);
 }
 
 TEST_CASE("a key that must have its copy is not deleted without one, and its default value not emptied") {
@@ -150,9 +188,9 @@ TEST_CASE("two commands within a second have undo files of their own") {
     REQUIRE(first.has_value());
     REQUIRE(second.has_value());
     CHECK(*first != *second);
-    CHECK(undo.Files().size() == 2);
+    CHECK(undo.Files().size() == 4);  // each with its companion
     CHECK(DropEmptyUndoFile(*first));
-    CHECK(undo.Files().size() == 1);
+    CHECK(undo.Files().size() == 2);
 }
 
 TEST_CASE("an undo file with something in it is kept, one that is not there counts as gone") {
@@ -173,4 +211,31 @@ TEST_CASE("an undo file of its own cannot be had where its folder cannot be made
                                                FILE_FLAG_DELETE_ON_CLOSE, nullptr));
     REQUIRE(inItsPlace);
     CHECK_FALSE(ClaimUndoFile().has_value());
+}
+
+TEST_CASE("an undo file of its own cannot be had without its companion") {
+    const CProgramSubfolder undo("Undo");
+    {
+        const CRefusedCompanion refused;
+        CHECK_FALSE(ClaimUndoFile().has_value());
+    }
+    CHECK(undo.Files().empty());
+    CHECK(ClaimUndoFile().has_value());
+}
+
+TEST_CASE("nothing that comes into an undo file of its own is replayed before it is listed") {
+    const CProgramSubfolder undo("Undo");
+    const CStoppedClock clock;
+    const std::optional<std::string> first = ClaimUndoFile();
+    REQUIRE(first.has_value());
+    WriteFileText(*first, "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_USERS\\x]\r\n\r\n");
+    CHECK_FALSE(MayReplay(*first));
+    WriteFileText(CompanionName(*first), "HKEY_USERS\\x\r\n");
+    REQUIRE(MayReplay(*first));
+    // What was listed for a file that is gone is not listed for the next one of that name.
+    const std::string text = FileText(*first);
+    ::DeleteFileA(first->c_str());
+    REQUIRE(ClaimUndoFile() == first);
+    WriteFileText(*first, text);
+    CHECK_FALSE(MayReplay(*first));
 }

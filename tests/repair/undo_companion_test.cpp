@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include "repair/undo_record.h"
+#include "tests/repair/refused_companion.h"
 #include "tests/repair/repair_bench.h"
 #include "tests/support/file_text.h"
 #include "tests/support/registry_tree.h"
@@ -114,6 +115,60 @@ TEST_CASE("an export whose companion cannot be written is written all the same, 
     CHECK(FileText(bench.UndoFile()).find("[HKEY_CURRENT_USER\\Environment]") != std::string::npos);
     CHECK_FALSE(MayReplay(bench.UndoFile()));
     ::DeleteFileA(bench.Companion().c_str());
+    CHECK(MayReplay(bench.UndoFile()));
+}
+
+TEST_CASE("a companion that could not be made before an export is made behind it") {
+    CCompanionBench bench;
+    {
+        const CRefusedCompanion refused(1);
+        CHECK(bench.Export() == 0);
+    }
+    CHECK(FileText(bench.Companion()) == bench.KeyText("\r\n"));
+    CHECK(MayReplay(bench.UndoFile()));
+    bench.Write(bench.UndoFile(), FileText(bench.UndoFile()) + "\r\n[HKEY_USERS\\x]\r\n\r\n");
+    CHECK_FALSE(MayReplay(bench.UndoFile()));
+}
+
+TEST_CASE("a branch that could not be listed is listed with the next one, and nothing is replayed unread") {
+    CCompanionBench bench;
+    bench.Key().Add("a");
+    const std::string foreign = "HKEY_LOCAL_MACHINE\r\n";
+    for (const bool isLeftOver : {false, true}) {
+        CAPTURE(isLeftOver);
+        ::DeleteFileA(bench.UndoFile().c_str());
+        ::DeleteFileA(bench.Companion().c_str());
+        if (isLeftOver) bench.Write(bench.Companion(), foreign);
+        {
+            const CRefusedCompanion refused;
+            CHECK(bench.Export() == 0);
+            CHECK(FileText(bench.UndoFile()).find("[" + bench.KeyText("]\r\n")) != std::string::npos);
+        }
+        CHECK(bench.Export("\\a") == 0);
+        CHECK(FileText(bench.Companion()) == bench.KeyText("\r\n") + bench.KeyText("\\a\r\n"));
+        CHECK(MayReplay(bench.UndoFile()));
+        bench.Write(bench.UndoFile(), FileText(bench.UndoFile()) + "\r\n[HKEY_USERS\\x]\r\n\r\n");
+        CHECK_FALSE(MayReplay(bench.UndoFile()));
+    }
+}
+
+TEST_CASE("a file whose companion could never be made is there to be used by hand") {
+    CCompanionBench bench;
+    const CRefusedCompanion refused;
+    CHECK(bench.Export() == 0);
+    CHECK(FileText(bench.UndoFile()).find("[" + bench.KeyText("]\r\n")) != std::string::npos);
+    // Deliberate: it has no companion, and any such file is replayed as it stands.
+    CHECK_FALSE(Exists(bench.Companion()));
+    CHECK(MayReplay(bench.UndoFile()));
+}
+
+TEST_CASE("an undo file that is gone and made anew has its branches listed anew") {
+    CCompanionBench bench;
+    CHECK(bench.Export() == 0);
+    ::DeleteFileA(bench.UndoFile().c_str());
+    ::DeleteFileA(bench.Companion().c_str());
+    CHECK(bench.Export() == 0);
+    CHECK(FileText(bench.Companion()) == bench.KeyText("\r\n"));
     CHECK(MayReplay(bench.UndoFile()));
 }
 
