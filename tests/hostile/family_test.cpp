@@ -1,6 +1,8 @@
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <map>
+#include <string>
 
 #include "console/row_formats.h"
 #include "tests/hostile/explained.h"
@@ -32,7 +34,8 @@ void CheckBroughtBack(const Picture& before, const Picture& replayed, std::size_
 }
 
 /// Plants a family, finds it, cleans what was found, and plays the undo file back.
-void RunFamily(void (*plant)(CHostileRegistry& registry), bool mayReplay) {
+/// @return the rows that were found.
+std::vector<Row> RunFamily(void (*plant)(CHostileRegistry& registry), bool mayReplay) {
     const CHostProgram program;
     CHostileRegistry registry;
     plant(registry);
@@ -59,25 +62,38 @@ void RunFamily(void (*plant)(CHostileRegistry& registry), bool mayReplay) {
     for (const Change& change : brought)
         if (!explained.WasExported(change.key)) FAIL_CHECK("not of any row: " << Describe(change));
     if (mayReplay) CheckBroughtBack(before, replayedPicture, changes.size());
+    return rows;
+}
+
+bool HasRowOf(const std::vector<Row>& rows, const std::string& key) {
+    return std::ranges::any_of(rows, [&key](const Row& row) { return row.key == key; });
 }
 
 }  // namespace
 
-TEST_CASE("hostile names are found, cleaned and brought back") { RunFamily(&PlantNames, true); }
+TEST_CASE("hostile names are found, cleaned and brought back") { (void)RunFamily(&PlantNames, true); }
 
 TEST_CASE("names with line breaks are found and cleaned, and not replayed") {
-    RunFamily(&PlantLineBreaks, false);
+    (void)RunFamily(&PlantLineBreaks, false);
 }
 
-TEST_CASE("hostile data are found, cleaned and brought back") { RunFamily(&PlantData, true); }
+TEST_CASE("hostile data are found, cleaned and brought back") { (void)RunFamily(&PlantData, true); }
 
 TEST_CASE("references to devices, pipes and streams are found, cleaned and brought back" *
           doctest::test_suite("smoke")) {
-    RunFamily(&PlantReferences, true);
+    (void)RunFamily(&PlantReferences, true);
 }
 
-TEST_CASE("hostile trees are found, cleaned and brought back") { RunFamily(&PlantTrees, true); }
+TEST_CASE("hostile trees are found, cleaned and brought back") {
+    const std::vector<Row> rows = RunFamily(&PlantTrees, true);
+    const std::string software = R"(\HKEY_CURRENT_USER\Software\)";
+    CHECK(HasRowOf(rows, software + "VmHostDeep"));
+    CHECK_FALSE(HasRowOf(rows, software + "VmHostFull"));
+    CHECK_FALSE(HasRowOf(rows, software + "VmHostDeeper"));
+}
 
-TEST_CASE("hostile links are found, cleaned and brought back") { RunFamily(&PlantLinks, true); }
+TEST_CASE("hostile links are found, cleaned and brought back") { (void)RunFamily(&PlantLinks, true); }
 
-TEST_CASE("keys that refuse access are found, cleaned and brought back") { RunFamily(&PlantRights, true); }
+TEST_CASE("keys that refuse access are found, cleaned and brought back") {
+    (void)RunFamily(&PlantRights, true);
+}

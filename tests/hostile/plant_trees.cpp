@@ -68,7 +68,7 @@ void PlantTrees(CHostileRegistry& registry) {
         AddChain(registry, AddRoot(registry, root, L"VmHostDeep"), levels, L"k");
         registry.SetValue(AddChain(registry, AddRoot(registry, root, L"VmHostFull"), levels, L"k"),
                           TextValue(L"x", kGone));
-        // Deeper than Windows allows, where the platform does: nothing looks so deep.
+        // Where the platform allows one level more than Windows does, nothing looks so deep.
         const HKEY deeper = AddChain(registry, AddRoot(registry, root, L"VmHostDeeper"), levels, L"k");
         if (const CUniqueKey deepest = CreateRaw(deeper, L"k"))
             registry.SetValue(deepest.Get(), TextValue(L"x", kGone));
