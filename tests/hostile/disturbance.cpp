@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr DWORD kPause = 5;  // milliseconds; without one, what is disturbed would hardly get on
+constexpr DWORD kPause = 20;  // milliseconds; without one, what is disturbed would hardly get on
 
 /// Gives a key another name by deleting and creating it: the platform's own call for that ends its server.
 void Rename(HKEY area, const std::wstring& name, const std::wstring& newName) {
