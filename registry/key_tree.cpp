@@ -36,9 +36,9 @@ public:
             m_poll();
             const LSTATUS result = EnumSubkey(key, index, name);
             if (end.IsReached(key, index, result)) return !end.HasGivenUp();
-            if (result != ERROR_SUCCESS || level >= kDeepestLevel || !order.IsFirst(key, index, name))
-                continue;
-            if (!SubkeyIsEmpty(key, name, level + 1)) return false;
+            if (result != ERROR_SUCCESS || !order.IsFirst(key, index, name)) continue;
+            // What is not looked at may hold anything.
+            if (level >= kDeepestLevel || !SubkeyIsEmpty(key, name, level + 1)) return false;
         }
     }
 

@@ -8,6 +8,7 @@
 #include "analysis/check_walk.h"
 #include "registry/file_reference.h"
 #include "registry/file_reference_rules.h"
+#include "registry/key_link.h"
 #include "registry/key_tree.h"
 
 namespace {
@@ -106,8 +107,9 @@ std::string SpecialFolder(int id) {
 
 void CheckMenuFolder(const StartMenus& menus, const Subkey& entry) {
     if (menus.HoldNeither(entry.name)) entry.Report(reasons::kMenuItemMissing, "", entry.name);
-    const CUniqueKey key = OpenForAll(entry.parent, entry.name);
-    if (!key) return;
+    // What lies behind a link is no part of the menu: keys from anywhere would be taken for its folders.
+    CUniqueKey key;
+    if (OpenKeyItself(entry.parent, entry.name, kAllAccess, key) != ERROR_SUCCESS) return;
     ForEachSubkeyOf(
         key.Get(), entry.path,
         [&menus, &entry](const Subkey& child) {

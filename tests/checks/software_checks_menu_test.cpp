@@ -3,6 +3,7 @@
 
 #include "analysis/classes/software_checks.h"
 #include "check_support.h"
+#include "tests/support/native_calls.h"
 #include "tests/support/scratch_folder.h"
 
 namespace {
@@ -105,4 +106,13 @@ TEST_CASE("a cancel ends the check of the start menu's order") {
     order.Add("VellumorTestB");
     CHECK(RowsWhenCanceledAtFirstRow(&CheckStartMenuOrder) == RowOf("VellumorTestA", "VellumorTestA"));
     DemandNothingAfterCancel(&CheckStartMenuOrder);
+}
+
+TEST_CASE("what lies behind a link in the kept order is not taken for folders of the menu") {
+    CScratchKey elsewhere;
+    elsewhere.Add("VellumorTestInside");
+    CAreaKey order(HKEY_CURRENT_USER, kOrder);
+    const CUniqueKey link = MakeLink(order.Get(), "VellumorTestLink", ObjectName(elsewhere.Get()));
+    CHECK(RowsOf(&CheckStartMenuOrder) == RowOf("VellumorTestLink", "VellumorTestLink"));
+    DeleteOpenKey(link.Get());
 }

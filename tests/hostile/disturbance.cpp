@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr DWORD kPause = 20;  // milliseconds; without one, what is disturbed would hardly get on
+
 /// Gives a key another name by deleting and creating it: the platform's own call for that ends its server.
 void Rename(HKEY area, const std::wstring& name, const std::wstring& newName) {
     if (const CUniqueKey key = OpenRaw(area, name, KEY_ALL_ACCESS)) DeleteRawTree(key.Get());
@@ -64,8 +66,11 @@ private:
 
 void DisturbForEver() {
     CDisturbance disturbance;
+    const CUniqueHandle disturbed(::CreateEventA(nullptr, FALSE, FALSE, kDisturbedEvent));
     for (;;) {
         for (const SubkeyList& list : SubkeyLists()) disturbance.DisturbSubkeys(list);
         for (const ValueList& list : ValueLists()) disturbance.DisturbValues(list);
+        ::SetEvent(disturbed.Get());
+        ::Sleep(kPause);
     }
 }

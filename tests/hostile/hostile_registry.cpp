@@ -82,7 +82,7 @@ void CHostileRegistry::SetValue(HKEY key, const RawValue& value) {
 }
 
 void CHostileRegistry::Restrict(CUniqueKey key, REGSAM rights) {
-    (void)SetAccessList(key.Get(), rights);
+    if (SetAccessList(key.Get(), rights) != ERROR_SUCCESS) throw CDriverError("cannot restrict a key");
     m_restricted.push_back(std::move(key));
 }
 

@@ -19,6 +19,7 @@ void AddKey(Picture& picture, HKEY parent, const std::wstring& name, const std::
     if (!opened) return;
     for (RawValue& value : RawValues(opened.Get())) {
         std::wstring folded = Folded(value.name);
+        key.order.push_back(folded);
         key.values.emplace(std::move(folded), std::move(value));
     }
     for (const std::wstring& subkey : RawSubkeys(opened.Get()))

@@ -10,6 +10,7 @@
 struct KeyPicture {
     bool isReadable = true;
     std::map<std::wstring, RawValue> values;
+    std::vector<std::wstring> order;  // names of the values, as the system enumerates them
     bool operator==(const KeyPicture&) const = default;
 };
 

@@ -1,8 +1,12 @@
+#include <algorithm>
+#include <iterator>
+
 #include "tests/hostile/hostile_registry.h"
 
 namespace {
 
 constexpr wchar_t kGone[] = LR"(C:\VmHost\gone.dll)";
+constexpr std::size_t kExportedBytes = 16'384;  // an export ends at data of more
 
 /// A path of a file that is gone, filled up to so many bytes.
 std::string PathOfBytes(std::size_t bytes) {
@@ -35,8 +39,6 @@ std::vector<RawValue> HardTexts() {
         values.push_back({L"", type, Bytes(path) + "z"});  // of odd length
         values.push_back({L"", type, "C:\\VmHost\\gone.dll"});
     }
-    values.push_back({L"", 0xFFFFFFFF, Bytes(path)});
-    values.push_back({L"", 0x80000000, Bytes(path + L'\0')});
     values.push_back({L"", REG_SZ, Bytes(path + L'\0' + path)});
     values.push_back({L"", REG_SZ, Bytes(std::wstring(1, L'\0') + path)});
     values.push_back({L"", REG_MULTI_SZ, Bytes(path + L'\0' + path)});
@@ -47,28 +49,62 @@ std::vector<RawValue> HardTexts() {
     return values;
 }
 
-/// Plants each value into every third list, and so each list gets a third of them.
+/// Values of types that nobody has named.
+std::vector<RawValue> UnknownTypes() {
+    const std::wstring path = kGone;
+    return {{L"", 0xFFFFFFFF, Bytes(path)}, {L"", 0x80000000, Bytes(path + L'\0')}};
+}
+
+/// An export ends at a value that is too large for it, so the name of one stands behind all the others.
+std::wstring NameOf(const RawValue& value, std::size_t turn) {
+    const bool endsExport = value.type == REG_BINARY && value.data.size() > kExportedBytes;
+    return (endsExport ? L"VmHostToo" : L"VmHost") + std::to_wstring(turn);
+}
+
+/// Plants each value into every third list, beginning one list later after each three of them: what comes
+/// again with every third value would always meet the same lists otherwise.
 void PlantInTurn(CHostileRegistry& registry, const std::vector<RawValue>& values) {
     std::size_t turn = 0;
     for (const RawValue& value : values) {
-        const std::wstring name = L"VmHost" + std::to_wstring(++turn);
-        for (std::size_t list = turn % 3; list < SubkeyLists().size(); list += 3)
+        const std::wstring name = NameOf(value, turn);
+        const std::size_t first = (turn + turn / 3) % 3;
+        for (std::size_t list = first; list < SubkeyLists().size(); list += 3)
             registry.PlantSubkey(SubkeyLists()[list], name, value);
-        for (std::size_t list = turn % 3; list < ValueLists().size(); list += 3)
+        for (std::size_t list = first; list < ValueLists().size(); list += 3)
             registry.SetValue(registry.Area(ValueLists()[list].root, ValueLists()[list].area),
                               {name, value.type, value.data});
+        ++turn;
     }
+}
+
+void PlantEverywhere(CHostileRegistry& registry, const RawValue& value, const std::wstring& name) {
+    for (const SubkeyList& list : SubkeyLists()) registry.PlantSubkey(list, name, value);
+    for (const ValueList& list : ValueLists())
+        registry.SetValue(registry.Area(list.root, list.area), {name, value.type, value.data});
+}
+
+/// Values of 1 MiB. One in every list would only fill the disk.
+void PlantLarge(CHostileRegistry& registry) {
+    const RawValue large{L"", REG_SZ, PathOfBytes(1 << 20)};
+    for (std::size_t list = 0; list < SubkeyLists().size(); list += 8)
+        registry.PlantSubkey(SubkeyLists()[list], L"VmHostLarge", large);
+    // In the first list, no export gets to any other planted value; in the others, it gets to all of them.
+    for (std::size_t list = 0; list < ValueLists().size(); list += 4)
+        registry.SetValue(registry.Area(ValueLists()[list].root, ValueLists()[list].area),
+                          {list == 0 ? L"VmHost" : L"VmHostToo large", large.type, large.data});
 }
 
 }  // namespace
 
 void PlantData(CHostileRegistry& registry) {
-    PlantInTurn(registry, HardSizes());
-    PlantInTurn(registry, HardTexts());
-    // One of this size in every list would only fill the disk.
+    // In one go: the names of a second one would be those of the first again.
+    std::vector<RawValue> values = HardSizes();
+    std::ranges::move(HardTexts(), std::back_inserter(values));
+    PlantInTurn(registry, values);
     int count = 0;
-    for (const SubkeyList& list : SubkeyLists())
-        if (count++ % 8 == 0) registry.PlantSubkey(list, L"VmHostLarge", {L"", REG_SZ, PathOfBytes(1 << 20)});
+    for (const RawValue& value : UnknownTypes())
+        PlantEverywhere(registry, value, L"VmHostType" + std::to_wstring(++count));
+    PlantLarge(registry);
 }
 
 void PlantReferences(CHostileRegistry& registry) {

@@ -12,18 +12,23 @@ std::wstring EveryByte() {
     return Widen(bytes);
 }
 
+/// Names of which several read alike in a narrow call.
+std::vector<std::wstring> NamesThatReadAlike() {
+    const std::wstring mark = kWideMark;
+    return {mark,
+            mark + kZero + L"behind",  // which is cut to the one before
+            mark + L"\x0100",
+            mark + L"A",
+            mark + L"\xFF21",
+            mark + L"\x4E2D",
+            mark + L"?"};
+}
+
 /// Texts of any characters, of which names of values may consist.
 std::vector<std::wstring> HostileTexts() {
     const std::wstring mark = kWideMark;
     return {
-        mark + kZero + L"behind",
         kZero + mark,
-        mark,  // what is left of the first
-        mark + L"\x0100",
-        mark + L"A",  // as the one before reads in a narrow call
-        mark + L"\xFF21",
-        mark + L"\x4E2D",
-        mark + L"?",
         mark + L"\xFF3Cinner",
         mark + L"\xFF3C",
         L"\xFF3C" + mark,
@@ -55,8 +60,11 @@ std::vector<std::wstring> HostileTexts() {
 std::vector<std::wstring> HostileValueNames() {
     const std::wstring mark = kWideMark;
     std::vector<std::wstring> names = HostileTexts();
-    for (const std::size_t length : {254u, 255u, 259u, 260u, 261u, 1000u, 16'383u})
+    for (const std::size_t length : {254u, 255u, 1000u})
         names.push_back(mark + std::wstring(length - mark.size(), L'v'));
+    // An export ends at names of more than 255 bytes, so these stand behind most others.
+    for (const std::size_t length : {256u, 259u, 260u, 261u, 16'383u})
+        names.push_back(L"\x2122" + mark + std::wstring(length - mark.size() - 1, L'v'));
     for (const wchar_t* path :
          {LR"(\\.\VmHost)", LR"(\\?\C:\VmHost\gone.dll)", LR"(C:\VmHost\gone.dll)", LR"(\??\VmHost)",
           LR"(C:\VmHost\gone.exe" /x)", LR"(C:\VmHost\..\..\gone.exe -x)", LR"(C:\VmHost:stream)"})
@@ -71,24 +79,47 @@ std::vector<std::wstring> HostileKeyNames() {
     return names;
 }
 
+/// A text that no other name goes with.
+RawValue TextOfTurn(const std::wstring& name, std::size_t turn) {
+    return TextValue(name, L"C:\\VmHost\\gone" + std::to_wstring(turn) + L".dll");
+}
+
+/// Plants names into every so many lists, with each name into other ones.
+void PlantInto(CHostileRegistry& registry, const std::vector<std::wstring>& keys,
+               const std::vector<std::wstring>& values, std::size_t step) {
+    std::size_t turn = 0;
+    for (const std::wstring& name : keys)
+        for (std::size_t list = ++turn % step; list < SubkeyLists().size(); list += step)
+            registry.PlantSubkey(SubkeyLists()[list], name, TextOfTurn({}, turn));
+    for (const std::wstring& name : values)
+        for (std::size_t list = ++turn % step; list < ValueLists().size(); list += step)
+            registry.SetValue(registry.Area(ValueLists()[list].root, ValueLists()[list].area),
+                              TextOfTurn(name, turn));
+}
+
+void PlantAsKeys(CHostileRegistry& registry, HKEY parent, const std::vector<std::wstring>& names) {
+    for (const std::wstring& name : names)
+        registry.SetValue(registry.AddKey(parent, name), TextValue(L"x", kGone));
+}
+
+void PlantAsValues(CHostileRegistry& registry, HKEY key, const std::vector<std::wstring>& names) {
+    std::size_t turn = 0;
+    for (const std::wstring& name : names) registry.SetValue(key, TextOfTurn(name, ++turn));
+}
+
 }  // namespace
 
 void PlantNames(CHostileRegistry& registry) {
-    // Every third name goes into every third list, so that each list gets a third of them.
-    std::size_t turn = 0;
-    for (const std::wstring& name : HostileKeyNames())
-        for (std::size_t list = ++turn % 3; list < SubkeyLists().size(); list += 3)
-            registry.PlantSubkey(SubkeyLists()[list], name, TextValue({}, kGone));
-    for (const std::wstring& name : HostileValueNames())
-        for (std::size_t list = ++turn % 3; list < ValueLists().size(); list += 3)
-            registry.SetValue(registry.Area(ValueLists()[list].root, ValueLists()[list].area),
-                              TextValue(name, kGone));
+    // These mean something only side by side.
+    PlantInto(registry, NamesThatReadAlike(), NamesThatReadAlike(), 1);
+    PlantInto(registry, HostileKeyNames(), HostileValueNames(), 3);
     for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
         const HKEY key = registry.AddKey(registry.Area(root, L"Software"), L"VmHost names");
-        for (const std::wstring& name : HostileValueNames())
-            registry.SetValue(registry.AddKey(key, L"values"), TextValue(name, kGone));
-        for (const std::wstring& name : HostileKeyNames())
-            registry.SetValue(registry.AddKey(key, name), TextValue(L"x", kGone));
+        PlantAsKeys(registry, key, NamesThatReadAlike());
+        PlantAsKeys(registry, key, HostileKeyNames());
+        const HKEY values = registry.AddKey(key, L"values");
+        PlantAsValues(registry, values, NamesThatReadAlike());
+        PlantAsValues(registry, values, HostileValueNames());
     }
 }
 

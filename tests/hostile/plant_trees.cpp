@@ -1,10 +1,14 @@
+#include <algorithm>
+#include <string_view>
+
+#include "tests/driver/wait.h"
 #include "tests/hostile/hostile_registry.h"
 #include "tests/support/native_calls.h"
 
 namespace {
 
 constexpr wchar_t kGone[] = LR"(C:\VmHost\gone.dll)";
-constexpr int kDeepest = 512;
+constexpr int kDeepest = 512;  // levels below a root that Windows allows
 
 /// Makes a chain of subkeys. @return the last one.
 HKEY AddChain(CHostileRegistry& registry, HKEY key, int levels, const std::wstring& name) {
@@ -30,9 +34,29 @@ const Root kRoots[] = {{HKEY_CURRENT_USER, L"Software", L""},
                        {HKEY_CLASSES_ROOT, L"Interface", L"TypeLib"},
                        {HKEY_CLASSES_ROOT, LR"(MIME\Database\Content Type)", L""}};
 
+/// How deep the key that AddRoot makes lies below its root.
+int LevelsOf(const Root& root) {
+    const std::wstring_view area = root.area;
+    const auto parents = std::count(area.begin(), area.end(), L'\\') + 1;
+    return static_cast<int>(parents) + (*root.inner == L'\0' ? 1 : 2);
+}
+
 HKEY AddRoot(CHostileRegistry& registry, const Root& root, const std::wstring& name) {
     const HKEY key = registry.AddKey(registry.Area(root.root, root.area), name);
     return *root.inner == L'\0' ? key : registry.AddKey(key, root.inner);
+}
+
+/// Opens a key as programs do. @throws CDriverError unless it refuses what it does not grant, and only that.
+void DemandRefusals(HKEY area, const wchar_t* name, REGSAM granted) {
+    constexpr REGSAM kKeyRights = 0xFFFF;  // the platform does not keep the others, as the right to delete
+    for (const REGSAM wanted : {REGSAM{KEY_READ}, REGSAM{KEY_WRITE}, REGSAM{KEY_ALL_ACCESS}}) {
+        CUniqueKey key;
+        const LSTATUS opened = ::RegOpenKeyExW(area, name, 0, wanted, key.Receive());
+        const bool isGranted = (wanted & kKeyRights & ~granted) == 0;
+        if (opened != (isGranted ? ERROR_SUCCESS : ERROR_ACCESS_DENIED))
+            throw CDriverError(Narrow(name) + " answers " + std::to_string(opened) + " to " +
+                               std::to_string(wanted));
+    }
 }
 
 }  // namespace
@@ -40,9 +64,14 @@ HKEY AddRoot(CHostileRegistry& registry, const Root& root, const std::wstring& n
 void PlantTrees(CHostileRegistry& registry) {
     const std::wstring zero(1, L'\0');
     for (const Root& root : kRoots) {
-        AddChain(registry, AddRoot(registry, root, L"VmHostDeep"), kDeepest - 20, L"k");
-        const HKEY full = AddChain(registry, AddRoot(registry, root, L"VmHostFull"), kDeepest - 20, L"k");
-        registry.SetValue(full, TextValue(L"x", kGone));
+        const int levels = kDeepest - LevelsOf(root);
+        AddChain(registry, AddRoot(registry, root, L"VmHostDeep"), levels, L"k");
+        registry.SetValue(AddChain(registry, AddRoot(registry, root, L"VmHostFull"), levels, L"k"),
+                          TextValue(L"x", kGone));
+        // Where the platform allows one level more than Windows does, nothing looks so deep.
+        const HKEY deeper = AddChain(registry, AddRoot(registry, root, L"VmHostDeeper"), levels, L"k");
+        if (const CUniqueKey deepest = CreateRaw(deeper, L"k"))
+            registry.SetValue(deepest.Get(), TextValue(L"x", kGone));
         AddChain(registry, AddRoot(registry, root, L"VmHostLong"), 30, std::wstring(255, L'n'));
         AddTwins(registry, AddRoot(registry, root, L"VmHostZeros"), 40, {L"a" + zero, L"a" + zero + L"x"});
         AddTwins(registry, AddRoot(registry, root, L"VmHostTwins"), 40, {L"\xFF41", L"\xFF21"});
@@ -103,4 +132,7 @@ void PlantRights(CHostileRegistry& registry) {
             // Where several checks look at one list, the key refuses already.
             if (key) registry.Restrict(std::move(key), rights.rights);
         }
+    for (const SubkeyList& list : SubkeyLists())
+        for (const Rights& rights : kRights)
+            DemandRefusals(registry.Area(list.root, list.area), rights.name, rights.rights);
 }

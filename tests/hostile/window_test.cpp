@@ -1,11 +1,14 @@
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "tests/driver/dialog_driver.h"
 #include "tests/e2e/program.h"
 #include "tests/e2e/shown_rows.h"
 #include "tests/hostile/explained.h"
 #include "tests/hostile/host_program.h"
 #include "tests/hostile/hostile_registry.h"
+#include "tests/hostile/not_returned.h"
 
 namespace {
 
@@ -63,8 +66,13 @@ TEST_CASE("the window finds what the console finds in a hostile registry, cleans
     AnswerBox(app, "Undo the", "Yes");
     AnswerBox(app, "Repair made", "OK", kCleaningPatience);
     // The editor runs on by itself.
-    const auto isBack = [&] { return Changes(before, TakeRegistryPicture()).size() < changes.size() / 2; };
-    WaitFor("most of it to be back", isBack, kCleaningPatience);
+    const CNotReturned notReturned(before);
+    const auto isBack = [&] {
+        return std::ranges::all_of(Changes(before, TakeRegistryPicture()), [&](const Change& change) {
+            return notReturned.ReasonFor(change).has_value();
+        });
+    };
+    WaitFor("all to be back that an export holds", isBack, kCleaningPatience);
     for (const Change& change : Changes(after, TakeRegistryPicture()))
         if (!explained.WasExported(change.key)) FAIL_CHECK("not of any row: " << Describe(change));
 }

@@ -109,6 +109,15 @@ TEST_CASE("a tree of 200 levels is walked to its end") {
     CHECK_FALSE(KeyTreeIsEmpty(key.Get(), key.Path(), [] {}));
 }
 
+TEST_CASE("a tree that goes on below the deepest level is not taken for empty") {
+    CScratchKey key;
+    const std::string deepest(513, '\\');  // a path of 512 names below the root
+    CHECK(KeyTreeIsEmpty(key.Get(), deepest, [] {}));
+    key.Add("k");
+    CHECK(KeyTreeIsEmpty(key.Get(), deepest.substr(1), [] {}));
+    CHECK_FALSE(KeyTreeIsEmpty(key.Get(), deepest, [] {}));
+}
+
 TEST_CASE("a key deleted under the walk ends it, in the value loop and in the subkey loop") {
     for (int poll : {1, 2}) {
         CAPTURE(poll);
