@@ -79,45 +79,48 @@ public:
 private:
     void WriteBranchAtPath(HKEY key) {
         const KeySize size = m_isMerged ? KeySize() : KeySize(key);
+        LSTATUS end = ReadValue(key, 0, size.values);
+        if (end == ERROR_SUCCESS && IsLinkThatStays()) return;
         m_text.WriteKeyLine(m_path);
-        const LSTATUS end = WriteValues(key, size.values);
+        for (DWORD index = 0; end == ERROR_SUCCESS; end = ReadValue(key, ++index, size.values)) WriteValue();
+        NoteEnd(end);
         m_text.WriteBlankLine();
         // Deliberate: a key whose values could not all be read is left without its subkeys, too.
         if (end == ERROR_NO_MORE_ITEMS) WriteSubkeys(key, size.subkeys);
     }
 
-    /// @return what ended the walk.
-    [[nodiscard]] LSTATUS WriteValues(HKEY key, DWORD count) {
-        for (DWORD index = 0; index < count; ++index) {
-            // All of the buffer is zero but for what the former value left in it.
-            std::memset(m_data, 0, m_usedBytes);
-            m_usedBytes = sizeof m_data;
-            DWORD nameBytes = sizeof m_name;
-            DWORD dataBytes = kUsualDataBytes;
-            DWORD type = REG_NONE;
-            LSTATUS result =
-                ::RegEnumValueA(key, index, m_name, &nameBytes, nullptr, &type, m_data, &dataBytes);
-            if (result == ERROR_MORE_DATA) {
-                nameBytes = sizeof m_name;
-                dataBytes = sizeof m_data;
-                result = ::RegEnumValueA(key, index, m_name, &nameBytes, nullptr, &type, m_data, &dataBytes);
-            }
-            if (result != ERROR_SUCCESS) {
-                NoteEnd(result);
-                return result;
-            }
-            m_usedBytes = dataBytes;
-            const std::string_view name(m_name, nameBytes);
-            if (!IsLeftOut(name, type)) m_text.WriteValue(name, type, {m_data, dataBytes});
+    /// Reads a key's next value, or what ends the walk of its values.
+    [[nodiscard]] LSTATUS ReadValue(HKEY key, DWORD index, DWORD count) {
+        if (index >= count) return ERROR_NO_MORE_ITEMS;
+        // All of the buffer is zero but for what the former value left in it.
+        std::memset(m_data, 0, m_usedBytes);
+        m_usedBytes = sizeof m_data;
+        m_nameBytes = sizeof m_name;
+        DWORD dataBytes = kUsualDataBytes;
+        LSTATUS result =
+            ::RegEnumValueA(key, index, m_name, &m_nameBytes, nullptr, &m_type, m_data, &dataBytes);
+        if (result == ERROR_MORE_DATA) {
+            m_nameBytes = sizeof m_name;
+            dataBytes = sizeof m_data;
+            result = ::RegEnumValueA(key, index, m_name, &m_nameBytes, nullptr, &m_type, m_data, &dataBytes);
         }
-        return ERROR_NO_MORE_ITEMS;
+        if (result == ERROR_SUCCESS) m_usedBytes = dataBytes;
+        return result;
     }
 
-    /// Whether a replay would write a value elsewhere: what stands before a zero byte names another value,
-    /// and in a branch that stays, a link is still there and leads the replay to another key.
-    [[nodiscard]] bool IsLeftOut(std::string_view name, DWORD type) const {
-        return name.find('\0') != std::string_view::npos ||
-               (m_link == ExportedLink::Followed && type == REG_LINK && name == kLinkValueName);
+    [[nodiscard]] std::string_view ValueName() const { return {m_name, m_nameBytes}; }
+
+    /// Whether the value that was read makes its key a link in a branch that stays. So does the link then,
+    /// and its key line alone would lead a replay to another key, or make that one.
+    [[nodiscard]] bool IsLinkThatStays() const {
+        return m_link == ExportedLink::Followed && m_type == REG_LINK && ValueName() == kLinkValueName;
+    }
+
+    /// Writes the value that was read, unless a replay would write it elsewhere: what stands before a zero
+    /// byte names another value.
+    void WriteValue() {
+        if (ValueName().find('\0') != std::string_view::npos || IsLinkThatStays()) return;
+        m_text.WriteValue(ValueName(), m_type, {m_data, m_usedBytes});
     }
 
     /// Notes what ended a walk.
@@ -154,6 +157,8 @@ private:
     bool m_isMerged = false;
     bool m_isRead = true;
     char m_name[kValueNameBytes];
+    DWORD m_nameBytes = 0;
+    DWORD m_type = REG_NONE;
     unsigned char m_data[kExportedDataBytes];
     DWORD m_usedBytes = sizeof m_data;  // of the data buffer, which may hold anything up to there
 };

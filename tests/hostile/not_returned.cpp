@@ -20,8 +20,6 @@ constexpr char kExpandable[] = "expandable text as plain text";
 constexpr char kText[] = "text up to its first zero, in the code page, with a terminator";
 constexpr char kTwin[] = "values whose names read alike, with the data of one of them";
 constexpr char kLookAlike[] = "a value's name in the code page, which adds a value";
-// What a replay makes.
-constexpr char kLinkTarget[] = "a key that a link leads to and that was not there";
 constexpr std::size_t kExportedNameBytes = 255;
 constexpr std::size_t kExportedDataBytes = 16'384;
 
@@ -118,9 +116,7 @@ Reason CNotReturned::ReasonForKeyNew(const std::wstring& key) const {
         const auto found = m_before.find(above);
         if (found != m_before.end() && !found->second.isReadable) return kRights;
     }
-    const bool isTarget =
-        std::ranges::any_of(m_before, [&key](const auto& other) { return TargetOf(other.second) == key; });
-    return isTarget ? Reason(kLinkTarget) : Reason();
+    return {};
 }
 
 Reason CNotReturned::ReasonForValueGone(const Change& change) const {

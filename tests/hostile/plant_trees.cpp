@@ -91,6 +91,7 @@ void PlantLinks(CHostileRegistry& registry) {
         registry.AddLink(key, L"up1", name);
         registry.AddLink(key, L"up2", name);
         registry.AddLink(key, L"nowhere", name + L"\\gone");
+        registry.AddLink(key, L"abroad", LR"(\Registry\Machine\Software\VmHostForeign)");
         registry.AddLink(key, L"empty", L"");
         registry.AddLink(key, L"there", name + L"\\back");
         registry.AddLink(key, L"back", name + L"\\there");
