@@ -88,7 +88,8 @@ void CCleaning::Tell(const char* opening, const Row& row, const Repair& repair) 
 }
 
 void CCleaning::Plan() {
-    for (const Row& row : std::views::reverse(m_rows)) Tell("would be: ", row, PlanRepair(EntryOf(row)));
+    CRepairPlan plan;
+    for (const Row& row : std::views::reverse(m_rows)) Tell("would be: ", row, plan.Of(EntryOf(row)));
 }
 
 bool CCleaning::Clean(const std::string& undoFile, void* cancelEvent) {

@@ -71,21 +71,28 @@ std::string InSmallLetters(std::string name) {
     return name;
 }
 
+/// Calls a function with the name of each of a key's values. @return whether these were all.
+template <class Visit>
+bool ForEachValueName(HKEY key, Visit visit) {
+    CValueReader values(kNameBytes, 0);
+    CWalkEnd end(CWalkEnd::Of::Values);
+    for (DWORD index = 0;; ++index) {
+        const LSTATUS result = values.Read(key, index);
+        if (end.IsReached(key, index, result)) return !end.HasGivenUp();
+        if (result == ERROR_SUCCESS) visit(values.Name());
+    }
+}
+
 /// Whether two values of a key have the name. The narrow calls take characters that the code page lacks for
 /// similar ones, so an entry can be about a value whose name leads to another one.
 bool NameIsAmbiguous(HKEY key, const std::string& valueName) {
     const std::string wanted = InSmallLetters(valueName);
-    CValueReader values(kNameBytes, 0);
-    CWalkEnd end(CWalkEnd::Of::Values);
     int count = 0;
-    for (DWORD index = 0;; ++index) {
-        const LSTATUS result = values.Read(key, index);
-        if (end.IsReached(key, index, result)) return count > 1 || end.HasGivenUp();
+    const bool isRead = ForEachValueName(key, [&wanted, &count](const char* name) {
         // Letters keep their length; only the few names that are as long are taken to small ones.
-        if (result == ERROR_SUCCESS && std::strlen(values.Name()) == wanted.size() &&
-            InSmallLetters(values.Name()) == wanted)
-            ++count;
-    }
+        if (std::strlen(name) == wanted.size() && InSmallLetters(name) == wanted) ++count;
+    });
+    return count > 1 || !isRead;
 }
 
 bool DeleteValue(const RepairTarget& target, const std::string& valueName) {
@@ -113,7 +120,7 @@ Repair RepairEntry(const std::string& entryText, CUndoRecord& undo) {
     return {EmptyDefaultValue(target) ? Deed::DefaultEmptied : Deed::Nothing, ""};
 }
 
-Repair PlanRepair(const std::string& entryText) {
+Repair CRepairPlan::Of(const std::string& entryText) {
     const std::optional<Entry> entry = ParseEntry(entryText);
     if (!entry.has_value()) return {};
     CUndoRecord nowhere("");
@@ -127,6 +134,17 @@ Repair PlanRepair(const std::string& entryText) {
     if (::RegQueryValueExA(key.Get(), entry->valueName->c_str(), nullptr, nullptr, nullptr, nullptr) !=
         ERROR_SUCCESS)
         return {};
-    if (NameIsAmbiguous(key.Get(), *entry->valueName)) return {Deed::Nothing, "", true};
+    if (NameIsAmbiguous(key.Get(), KeyTextOf(target, target.subkeyPath), *entry->valueName))
+        return {Deed::Nothing, "", true};
     return {Deed::ValueDeleted, ""};
+}
+
+bool CRepairPlan::NameIsAmbiguous(HKEY key, const std::string& keyText, const std::string& valueName) {
+    if (keyText != m_keyText) {
+        m_keyText = keyText;
+        m_names.clear();
+        m_isRead = ForEachValueName(key, [this](const char* name) { ++m_names[InSmallLetters(name)]; });
+    }
+    const auto named = m_names.find(InSmallLetters(valueName));
+    return (named != m_names.end() && named->second > 1) || !m_isRead;
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <windows.h>
+
 #include <string>
+#include <unordered_map>
 
 #include "repair/undo_record.h"
 
@@ -22,6 +25,20 @@ struct Repair {
 /// @param entryText  key path and value name as EntryText joins them.
 [[nodiscard]] Repair RepairEntry(const std::string& entryText, CUndoRecord& undo);
 
-/// Tells what RepairEntry would do, and changes nothing. Access that would have to be forced counts as
-/// granted.
-[[nodiscard]] Repair PlanRepair(const std::string& entryText);
+/// Tells what RepairEntry would do, and changes nothing. A key's names are read once for all entries about
+/// its values that come one after another.
+class CRepairPlan {
+public:
+    /// Access that would have to be forced counts as granted.
+    [[nodiscard]] Repair Of(const std::string& entryText);
+
+private:
+    [[nodiscard]] bool NameIsAmbiguous(HKEY key, const std::string& keyText, const std::string& valueName);
+
+    std::string m_keyText;                         // of the key whose names are known
+    bool m_isRead = false;                         // whether all of them are
+    std::unordered_map<std::string, int> m_names;  // in small letters, with how many values have each
+};
+
+/// Plans one repair.
+[[nodiscard]] inline Repair PlanRepair(const std::string& entryText) { return CRepairPlan().Of(entryText); }

@@ -1,5 +1,8 @@
 #include <doctest/doctest.h>
 
+#include <initializer_list>
+#include <string>
+
 #include "repair/key_deletion.h"
 #include "tests/repair/repair_bench.h"
 #include "tests/repair/skipped_sleeps.h"
@@ -43,6 +46,26 @@ struct Watcher {
             path.replace(number, 1, std::to_string(left));
         return path;
     }
+};
+
+/// A key whose deletion is watched.
+struct Watched {
+    /// @param home     where keys are made anew, below the scratch key.
+    /// @param subkeys  what is there, below the scratch key.
+    Watched(const std::string& home, std::initializer_list<const char*> subkeys) {
+        Watcher::home = scratch.Add(home);
+        for (const char* subkey : subkeys) scratch.Add(subkey);
+        Watcher::before = hook.Before();
+        Watcher::left = kWithoutEnd;
+        Watcher::inTurn = Watcher::everNew = false;
+        Watcher::inside = "";
+    }
+    Watched(const Watched&) = delete;
+    Watched& operator=(const Watched&) = delete;
+    ~Watched() { Watcher::left = 0; }
+
+    CScratchKey scratch;
+    const CCallHook hook{"RegDeleteKeyA", Address(&Watcher::Delete)};
 };
 
 /// Tells nothing of a key that is not open for querying, as on Windows; Wine tells it all the same.
@@ -91,102 +114,64 @@ struct Enumerations {
 }  // namespace
 
 TEST_CASE("a subkey that comes back some times is deleted as often") {
-    CScratchKey scratch;
-    Watcher::home = scratch.Add("dead");
-    for (const char* name : {R"(dead\again)", R"(dead\z)"}) scratch.Add(name);
-    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
-    Watcher::before = hook.Before();
+    const Watched watched("dead", {R"(dead\again)", R"(dead\z)"});
     Watcher::left = 5;
-    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
-    CHECK_FALSE(ExistsBelow(scratch, "dead"));
+    CHECK(DeleteBelow(watched.scratch, "dead") == ERROR_SUCCESS);
+    CHECK_FALSE(ExistsBelow(watched.scratch, "dead"));
 }
 
 TEST_CASE(
     "subkeys that come back in turn for ever hold the deletion for ten seconds, then their parents stay") {
-    CScratchKey scratch;
-    Watcher::home = scratch.Add(R"(dead\inner)");
-    for (const char* name : {R"(dead\a)", R"(dead\inner\again)"}) scratch.Add(name);
-    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
-    Watcher::before = hook.Before();
-    Watcher::left = kWithoutEnd;
+    const Watched watched(R"(dead\inner)", {R"(dead\a)", R"(dead\inner\again)"});
     Watcher::inTurn = true;
     const CSkippedSleeps time;
-    CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
+    CHECK(DeleteBelow(watched.scratch, "dead") != ERROR_SUCCESS);
     CHECK(time.Taken() >= 10'000);
     CHECK(time.Taken() < 15'000);
-    CHECK_FALSE(ExistsBelow(scratch, R"(dead\a)"));
-    CHECK(ExistsBelow(scratch, R"(dead\inner)"));
-    Watcher::left = 0;
-    Watcher::inTurn = false;
+    CHECK_FALSE(ExistsBelow(watched.scratch, R"(dead\a)"));
+    CHECK(ExistsBelow(watched.scratch, R"(dead\inner)"));
 }
 
 TEST_CASE("subkeys that are made faster than they can be deleted do not hold the deletion for ever") {
-    CScratchKey scratch;
-    Watcher::home = scratch.Add("dead");
-    scratch.Add(R"(dead\new)");
-    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
-    Watcher::before = hook.Before();
-    Watcher::left = kWithoutEnd;
+    const Watched watched("dead", {R"(dead\new)"});
     Watcher::everNew = true;
     const CSkippedSleeps time;
     const CountGuard guard;
-    CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
+    CHECK(DeleteBelow(watched.scratch, "dead") != ERROR_SUCCESS);
     CHECK(time.Taken() < 20'000);
     CHECK(Watcher::left > 0);
-    CHECK(ExistsBelow(scratch, "dead"));
-    Watcher::left = 0;
-    Watcher::everNew = false;
+    CHECK(ExistsBelow(watched.scratch, "dead"));
 }
 
 TEST_CASE("a subkey that comes back with something in it for ever holds the deletion for ten seconds") {
     for (const char* inside : {R"(\inner)", R"(\INNER)", R"(\inner#)", R"(\inner#\a\b)"}) {
         CAPTURE(std::string(inside));
-        CScratchKey scratch;
-        Watcher::home = scratch.Add("dead");
-        for (const char* name : {R"(dead\again\inner)", R"(dead\again\more)"}) scratch.Add(name);
-        const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
-        Watcher::before = hook.Before();
-        Watcher::left = kWithoutEnd;
+        const Watched watched("dead", {R"(dead\again\inner)", R"(dead\again\more)"});
         Watcher::inside = inside;
         const CSkippedSleeps time;
-        CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
+        CHECK(DeleteBelow(watched.scratch, "dead") != ERROR_SUCCESS);
         CHECK(time.Taken() >= 10'000);
         CHECK(time.Taken() < 15'000);
-        Watcher::left = 0;
-        Watcher::inside = "";
     }
 }
 
 TEST_CASE("ever new subkeys, each with something in it, do not hold the deletion for ever") {
-    CScratchKey scratch;
-    Watcher::home = scratch.Add("dead");
-    scratch.Add(R"(dead\new)");
-    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
-    Watcher::before = hook.Before();
-    Watcher::left = kWithoutEnd;
+    const Watched watched("dead", {R"(dead\new)"});
     Watcher::everNew = true;
     Watcher::inside = R"(\inner)";
     const CSkippedSleeps time;
-    CHECK(DeleteBelow(scratch, "dead") != ERROR_SUCCESS);
+    CHECK(DeleteBelow(watched.scratch, "dead") != ERROR_SUCCESS);
     CHECK(Watcher::left > 0);
-    Watcher::left = 0;
-    Watcher::everNew = false;
-    Watcher::inside = "";
 }
 
 TEST_CASE("a subkey that comes back once, with more in it than there was, is deleted at once") {
-    CScratchKey scratch;
-    Watcher::home = scratch.Add("dead");
-    for (const char* name : {R"(dead\again)", R"(dead\z)"}) scratch.Add(name);
-    const CCallHook hook("RegDeleteKeyA", Address(&Watcher::Delete));
-    Watcher::before = hook.Before();
+    const Watched watched("dead", {R"(dead\again)", R"(dead\z)"});
     Watcher::left = 1;
     Watcher::inside = R"(\a\b\c)";
     const DWORD start = ::GetTickCount();
-    CHECK(DeleteBelow(scratch, "dead") == ERROR_SUCCESS);
+    CHECK(DeleteBelow(watched.scratch, "dead") == ERROR_SUCCESS);
     CHECK(::GetTickCount() - start < 2'000);
-    CHECK_FALSE(ExistsBelow(scratch, "dead"));
-    Watcher::inside = "";
+    CHECK_FALSE(ExistsBelow(watched.scratch, "dead"));
 }
 
 TEST_CASE("a key with more subkeys than may be made meanwhile goes, one that refuses to be counted too") {

@@ -5,6 +5,7 @@
 #include "repair/repair_entry.h"
 #include "tests/repair/key_security.h"
 #include "tests/repair/repair_bench.h"
+#include "tests/support/call_counter.h"
 #include "tests/support/native_calls.h"
 
 namespace {
@@ -88,6 +89,35 @@ TEST_CASE("a value whose name another one has in the code page, too, is left as 
     CHECK((RepairAsPlanned(entry).deed == Deed::Nothing));
     CHECK(PlanRepair(entry).isRefused);
     CHECK_FALSE(PlanRepair(key.Path() + R"(\"none")").isRefused);
+}
+
+TEST_CASE("a plan of many entries tells of each the same as a plan of that one") {
+    CScratchKey one(HKEY_CURRENT_USER, "VellumorPlain");
+    CScratchKey other(HKEY_CURRENT_USER, "VellumorOther");
+    for (const CScratchKey* key : {&one, &other}) SetText(key->Get(), "vA", "good");
+    SetText(other.Get(), "w", "good");
+    REQUIRE(SetTextByCountedName(one.Get(), L"v\xFF21", L"C:\\gone"));
+    CRepairPlan plan;
+    for (const CScratchKey* key : {&one, &other, &one, &one})
+        for (const char* value : {R"(\"vA")", R"(\"va")", R"(\"w")", R"(\"none")"}) {
+            CAPTURE(key->Path() + value);
+            const Repair planned = plan.Of(key->Path() + value);
+            CHECK((planned.deed == PlanRepair(key->Path() + value).deed));
+            CHECK(planned.isRefused == PlanRepair(key->Path() + value).isRefused);
+        }
+    CHECK(plan.Of(one.Path() + R"(\"vA")").isRefused);
+    CHECK((plan.Of(other.Path() + R"(\"vA")").deed == Deed::ValueDeleted));
+}
+
+TEST_CASE("a plan reads a key's names once for its values that come one after another") {
+    CScratchKey key(HKEY_CURRENT_USER, "VellumorPlain");
+    constexpr int kValues = 50;
+    for (int value = 0; value < kValues; ++value) SetText(key.Get(), "v" + std::to_string(value), "x");
+    const CCallCounter counter;
+    CRepairPlan plan;
+    for (int value = 0; value < kValues; ++value)
+        CHECK((plan.Of(key.Path() + R"(\"v)" + std::to_string(value) + "\"").deed == Deed::ValueDeleted));
+    CHECK(CCallCounter::CallsTo("RegEnumValueA") <= 2 * kValues);
 }
 
 TEST_CASE("a plan changes nothing") {
