@@ -66,3 +66,8 @@ std::optional<std::string> QueryWriteTime(HKEY key) {
                                               nullptr, nullptr, nullptr, nullptr, &written);
     return result == ERROR_SUCCESS ? FileTimeText(written) : std::nullopt;
 }
+
+std::string InSmallLetters(std::string name) {
+    ::CharLowerBuffA(name.data(), static_cast<DWORD>(name.size()));
+    return name;
+}

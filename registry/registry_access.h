@@ -91,3 +91,6 @@ private:
 
 /// The key's last write time in UTC as "2009/03/05 07:08:09"; nothing when the key does not tell it.
 [[nodiscard]] std::optional<std::string> QueryWriteTime(HKEY key);
+
+/// A name of a key or value in small letters, in which names that the registry takes for one are equal.
+[[nodiscard]] std::string InSmallLetters(std::string name);

@@ -30,12 +30,6 @@ DWORD CountSubkeys(HKEY key) {
     return result == ERROR_SUCCESS ? count : 0;
 }
 
-/// A key's name in small letters: one name in whatever letters somebody makes the key anew.
-std::string ComparedName(std::string name) {
-    ::CharLowerBuffA(name.data(), static_cast<DWORD>(name.size()));
-    return name;
-}
-
 /// What has been deleted below one key while the key itself is there.
 struct Progress {
     std::optional<DWORD> expected;  // subkeys that it had at first, less the deleted; nothing: uncounted
@@ -75,7 +69,8 @@ private:
             if (found != ERROR_SUCCESS) return found;
             if (progress != nullptr && !progress->expected.has_value())
                 progress->expected = CountSubkeys(key.key);
-            const std::string compared = ComparedName(name);
+            // Somebody may make a key anew in other letters.
+            const std::string compared = InSmallLetters(name);
             const LSTATUS deleted = Delete(key, name, ProgressBelow(progress, compared));
             // There is no use in waiting for a key that no name leads to.
             if (deleted == ERROR_INVALID_NAME) return deleted;

@@ -66,11 +66,6 @@ bool PrepareChange(const RepairTarget& target, CUniqueKey& key) {
     return ExportBranch(target, target.subkeyPath);
 }
 
-std::string InSmallLetters(std::string name) {
-    ::CharLowerBuffA(name.data(), static_cast<DWORD>(name.size()));
-    return name;
-}
-
 /// Calls a function with the name of each of a key's values. @return whether these were all.
 template <class Visit>
 bool ForEachValueName(HKEY key, Visit visit) {
